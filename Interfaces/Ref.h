@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <utility>
+
+namespace tvx
+{
+
+// Holds one reference on an object, or nothing. One pointer wide: it crosses the binary boundary as a result.
+//
+// Constructing it from a pointer shares the object (adds a reference); a reference that somebody already added for us is
+// taken over only by Adopt or Receive, so the two cannot be confused.
+template <class T>
+class Ref
+{
+public:
+    Ref() noexcept : pointer_(nullptr) {}
+    Ref(std::nullptr_t) noexcept : pointer_(nullptr) {}
+    explicit Ref(T* pointer) : pointer_(pointer)
+    {
+        if (pointer_ != nullptr)
+            pointer_->AddRef();
+    }
+    Ref(const Ref& other) : Ref(other.pointer_) {}
+    Ref(Ref&& other) noexcept : pointer_(other.Detach()) {}
+    template <class U>
+    Ref(const Ref<U>& other) : Ref(static_cast<T*>(other.Get()))
+    {
+    }
+    template <class U>
+    Ref(Ref<U>&& other) noexcept : pointer_(other.Detach())
+    {
+    }
+
+    ~Ref()
+    {
+        if (pointer_ != nullptr)
+            pointer_->Release();
+    }
+
+    // The new value is in place before the old one is released: the release may run code that looks here.
+    Ref& operator=(Ref other) noexcept
+    {
+        std::swap(pointer_, other.pointer_);
+        return *this;
+    }
+
+    // Takes over a reference that pointer already carries for us.
+    static Ref Adopt(T* pointer) noexcept
+    {
+        Ref adopted;
+        adopted.pointer_ = pointer;
+        return adopted;
+    }
+
+    // Gives the reference away: the caller owns it from now on.
+    T* Detach() noexcept
+    {
+        T* const pointer = pointer_;
+        pointer_ = nullptr;
+        return pointer;
+    }
+
+    // The place for an out parameter, emptied first; what is written there is owned by this holder.
+    T** Receive()
+    {
+        *this = Ref();
+        return &pointer_;
+    }
+
+    T* Get() const noexcept { return pointer_; }
+    T* operator->() const noexcept { return pointer_; }
+    T& operator*() const noexcept { return *pointer_; }
+    explicit operator bool() const noexcept { return pointer_ != nullptr; }
+
+private:
+    T* pointer_;
+};
+
+}  // namespace tvx
