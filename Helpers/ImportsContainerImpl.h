@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Helpers/Ref.h"
+#include "Helpers/Results.h"
+#include "Interfaces/IImportsContainer.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace tvx
+{
+
+// The imports of the exported class T, which is a Singleton: a face of T that keeps what the host gave under each name.
+template <class T>
+class ImportsContainerImpl : public IImportsContainer
+{
+public:
+    Result SetImport(const char* name, IObjectBase* object) override
+    try
+    {
+        TVX_RETURN_EPOINTER_IF_NULL(name);
+        imports_[name] = Ref<IObjectBase>(object);
+        return TVX_OK;
+    }
+    catch (...)
+    {
+        return TVX_E_POINTER;
+    }
+
+    Result OnImportsSet() override { return TVX_OK; }
+
+    Result OnImportsHook() override { return TVX_OK; }
+
+    // The table is empty before the first object is released: a release may run code that looks here.
+    Result ClearImports() override
+    {
+        Imports released;
+        released.swap(imports_);
+        return TVX_OK;
+    }
+
+    // Gives the interface Wanted of the import name of T's shared instance, or nothing after a line on standard output that
+    // says why. The imports belong to the export, not to one object of it.
+    template <class Wanted>
+    static Ref<Wanted> GetImport(std::string_view name)
+    {
+        const auto instance = T::GetOrMake();
+        const Ref<IObjectBase>* const import = instance ? instance->FindImport(name) : nullptr;
+        if (import == nullptr)
+        {
+            Platform::WriteLine({"LibManager: NULL object proxy returned for \"", name, "\"."});
+            return nullptr;
+        }
+        const auto proxy = Query<IExportProxy>(*import);
+        if (!proxy)
+        {
+            Platform::WriteLine({"LibManager: Proxy interface not supported for \"", name, "\"."});
+            return nullptr;
+        }
+        return AskProxy<Wanted>(*proxy, name);
+    }
+
+protected:
+    ImportsContainerImpl() = default;
+    ~ImportsContainerImpl() = default;
+
+private:
+    using Imports = std::map<std::string, Ref<IObjectBase>, std::less<>>;
+
+    const Ref<IObjectBase>* FindImport(std::string_view name) const
+    {
+        const auto found = imports_.find(name);
+        return found == imports_.end() ? nullptr : &found->second;
+    }
+
+    template <class Wanted>
+    static Ref<Wanted> AskProxy(IExportProxy& proxy, std::string_view name)
+    {
+        Ref<IObjectBase> object;
+        static_cast<void>(proxy.GetExportObject(object.Receive()));
+        if (!object)
+        {
+            Platform::WriteLine({"LibManager: Library returned NULL object for \"", name,
+                                 "\". Probably declared and exported contracts are different or the library is "
+                                 "failed to load."});
+            return nullptr;
+        }
+        auto wanted = Query<Wanted>(object);
+        if (!wanted)
+            Platform::WriteLine({"LibManager: Library object for \"", name, "\" does not support required interface ",
+                                 Wanted::Id, ". Wrong import declaration or wrong plugin implementation?"});
+        return wanted;
+    }
+
+    Imports imports_;
+};
+
+}  // namespace tvx

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Helpers/EventSubscriberList.h"
+#include "Platform/ThreadId.h"
+
+#include <atomic>
+#include <memory>
+
+namespace tvx
+{
+
+// The events and the owner thread of an object. The lists of subscribers are made by the first subscription; an object
+// nobody listens to carries one pointer for them.
+class ObjectImpl
+{
+public:
+    ObjectImpl(const ObjectImpl&) = delete;
+    ObjectImpl& operator=(const ObjectImpl&) = delete;
+
+protected:
+    ObjectImpl() noexcept : thread_(Platform::GetCurrentThreadId()) {}
+
+    // The sender of "Destroyed" is the address of this part: an identity that must not be called, since the object is
+    // already half destroyed.
+    ~ObjectImpl()
+    {
+        const std::unique_ptr<EventLists> lists(lists_.load(std::memory_order_acquire));
+        if (lists)
+            lists->destroyed.Fire(IObject::Id, DestroyedEvent, reinterpret_cast<IObject*>(this), 0);
+    }
+
+    // Subscribes handler to an event of the class's own interfaces, or unsubscribes it. Without memory nothing is subscribed.
+    void Connect(const char* interfaceId, const char* eventName, IEventHandler* handler, std::uint64_t cookie,
+                 bool connect) noexcept
+    {
+        ConnectTo(&EventLists::own, interfaceId, eventName, handler, cookie, connect);
+    }
+
+    void ConnectDestroyed(IEventHandler* handler, std::uint64_t userData, bool connect) noexcept
+    {
+        ConnectTo(&EventLists::destroyed, IObject::Id, DestroyedEvent, handler, userData, connect);
+    }
+
+    // Calls every handler of an event of the class's own interfaces, on this thread, before it returns.
+    void Fire(const char* interfaceId, const char* eventName, IObject* sender, std::uint64_t param) noexcept
+    {
+        if (auto* const lists = lists_.load(std::memory_order_acquire))
+            lists->own.Fire(interfaceId, eventName, sender, param);
+    }
+
+    std::uint32_t GetThread() const noexcept { return thread_; }
+
+    void SetThread(std::uint32_t thread) noexcept { thread_ = thread; }
+
+private:
+    // Destroyed in reverse order: first the list of the class's own events.
+    struct EventLists
+    {
+        EventSubscriberList destroyed;
+        EventSubscriberList own;
+    };
+
+    static constexpr const char* DestroyedEvent = "Destroyed";
+
+    void ConnectTo(EventSubscriberList EventLists::*list, const char* interfaceId, const char* eventName,
+                   IEventHandler* handler, std::uint64_t userData, bool connect) noexcept
+    {
+        if (connect && handler != nullptr)
+            SubscribeTo(list, interfaceId, eventName, handler, userData);
+        auto* const lists = lists_.load(std::memory_order_acquire);
+        if (!connect && lists != nullptr)
+            (lists->*list).Unsubscribe(interfaceId, eventName, handler);
+    }
+
+    void SubscribeTo(EventSubscriberList EventLists::*list, const char* interfaceId, const char* eventName,
+                     IEventHandler* handler, std::uint64_t userData) noexcept
+    {
+        try
+        {
+            (GetLists().*list).Subscribe(interfaceId, eventName, handler, userData);
+        }
+        catch (...)  // the operations that subscribe have no result to say it with
+        {
+        }
+    }
+
+    // Two threads may come first at once: one of them gets its lists in, the other takes those.
+    EventLists& GetLists()
+    {
+        auto* lists = lists_.load(std::memory_order_acquire);
+        if (lists != nullptr)
+            return *lists;
+        auto made = std::make_unique<EventLists>();
+        if (lists_.compare_exchange_strong(lists, made.get(), std::memory_order_acq_rel))
+            lists = made.release();
+        return *lists;
+    }
+
+    std::atomic<EventLists*> lists_{nullptr};
+    std::uint32_t thread_;
+};
+
+}  // namespace tvx

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Interfaces/IObjectBase.h"
+#include "Interfaces/Ref.h"
+
+#include <cstddef>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+namespace tvx
+{
+
+namespace detail
+{
+
+template <class Class, class Arguments, class = void>
+struct HasTail : std::false_type
+{
+};
+
+template <class Class, class... Arguments>
+struct HasTail<Class, void(Arguments...),
+               std::void_t<decltype(Class::GetTailSize(std::declval<const Arguments&>()...))>> : std::true_type
+{
+};
+
+}  // namespace detail
+
+// Bytes that an object keeps behind itself, in the same allocation.
+struct TailSize
+{
+    std::size_t bytes;
+};
+
+// Makes a framework object; the holder has its one reference. This is the only place where such objects are made.
+//
+// A class whose static GetTailSize takes the constructor's arguments is given that many bytes behind the object through its
+// own operator new(size, TailSize). Throws std::bad_alloc when memory is exhausted.
+template <class Class, class... Arguments>
+Ref<Class> MakeRef(Arguments&&... arguments)
+{
+    if constexpr (detail::HasTail<Class, void(Arguments...)>::value)
+        return Ref<Class>(new (Class::GetTailSize(arguments...)) Class(std::forward<Arguments>(arguments)...));
+    else
+        return Ref<Class>(new Class(std::forward<Arguments>(arguments)...));
+}
+
+// Asks object for the interface Wanted; empty when object is null or refuses.
+template <class Wanted>
+Ref<Wanted> Query(IObjectBase* object)
+{
+    void* face = nullptr;
+    if (object == nullptr || TVX_FAILED(object->QueryInterface(Wanted::Id, &face)))
+        return nullptr;
+    return Ref<Wanted>::Adopt(static_cast<Wanted*>(face));
+}
+
+template <class Wanted, class Held>
+Ref<Wanted> Query(const Ref<Held>& object)
+{
+    return Query<Wanted>(object.Get());
+}
+
+// Gives one reference on object to the place out, for the caller that out belongs to. Null is given as null.
+template <class Interface, class Object>
+void HandOut(Object* object, Interface** out)
+{
+    *out = Ref<Interface>(object).Detach();
+}
+
+}  // namespace tvx
