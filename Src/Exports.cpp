@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "Interfaces/Module.h"
+#include "Platform/Export.h"
+#include "Src/PlugDLL.h"
+#include "Src/SimpleMapFactory.h"
+#include "Src/StringFactory.h"
+#include "Src/VariantFactory.h"
+
+namespace
+{
+
+using namespace tvx;
+
+struct Export
+{
+    const char* id;
+    Result (*getInstance)(IObjectBase** out);
+};
+
+// In the order of registration, which is not the order of the configuration document.
+constexpr Export Exports[] = {
+    {"com.talvere.general.tvx.GenericStringImplementation/1.0", &StringFactory::GetExportInstance},
+    {"com.talvere.general.tvx.GenericVariantImplementation/1.1", &VariantFactory::GetExportInstance},
+    {"com.talvere.general.tvx.GenericSimpleMapImplementation/1.1", &CSimpleMapFactory::GetExportInstance},
+};
+
+// An export that could not be made is registered as null.
+void Register(const Export& entry)
+{
+    Ref<IObjectBase> object;
+    static_cast<void>(entry.getInstance(object.Receive()));
+    if (auto* const registry = PlugDLL::GetInstance())
+        registry->RegisterExport(entry.id, object.Get());
+}
+
+// The module's static initialisation: the one static object with a constructor.
+class ModuleLoad
+{
+public:
+    ModuleLoad() noexcept
+    try
+    {
+        for (const auto& entry : Exports)
+            Register(entry);
+    }
+    catch (...)  // without memory what is registered so far is served
+    {
+    }
+};
+
+const ModuleLoad moduleLoad;
+
+}  // namespace
+
+TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
+try
+{
+    auto* const registry = tvx::PlugDLL::GetInstance();
+    if (out == nullptr)
+        return tvx::TVX_E_FAIL;
+    *out = nullptr;
+    return registry == nullptr ? tvx::TVX_E_FAIL : registry->GetExport(id, out);
+}
+catch (...)  // want of memory for the registry
+{
+    return tvx::TVX_E_FAIL;
+}

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Helpers/ClassImpl.h"
+#include "Helpers/Ref.h"
+#include "Interfaces/IString.h"
+
+#include <string_view>
+
+namespace tvx
+{
+
+// An 8-bit text, fixed at construction, in one allocation with its object.
+class String final : public ClassImpl<String, IString>
+{
+public:
+    // IObject is left out on purpose: a string refuses it.
+    using Interfaces = InterfaceList<IString, IObjectBase>;
+
+    // Keeps a copy of text, which has no NUL in it.
+    explicit String(std::string_view text) noexcept;
+
+    const char* GetText() override;
+    std::uint32_t GetLength() override;
+
+    static TailSize GetTailSize(std::string_view text) noexcept { return {text.size() + 1}; }
+    static void* operator new(std::size_t size, TailSize tail);
+    static void operator delete(void* memory) noexcept;
+    static void operator delete(void* memory, TailSize tail) noexcept;
+
+private:
+    char* GetTail() noexcept;
+
+    std::uint32_t length_;
+};
+
+// The text behind a pointer that may be null, which counts as the empty text.
+std::string_view ToText(const char* text) noexcept;
+
+}  // namespace tvx
