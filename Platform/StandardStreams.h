@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstddef>
 #include <initializer_list>
 #include <iosfwd>
+#include <string>
 #include <string_view>
 
 namespace tvx::Platform
@@ -16,12 +16,25 @@ std::ostream& GetStandardOutput();
 // cannot be written to is left alone.
 void WriteLine(std::initializer_list<std::string_view> parts) noexcept;
 
-// Gives the process's standard output to the returned descriptor alone: whatever is written to standard output from now on,
-// by this program or by a module, goes to standard error instead. Gives -1 when the system refuses.
-int DivertStandardOutput();
+// Keeps the process's standard output for what is written through this object: what anybody else writes there, this program
+// or a module, is kept aside as long as the process lives. Where the system refuses, nothing is kept aside. Made once.
+class OutputDiversion
+{
+public:
+    OutputDiversion();
+    OutputDiversion(const OutputDiversion&) = delete;
+    OutputDiversion& operator=(const OutputDiversion&) = delete;
 
-// Writes size bytes to a descriptor that DivertStandardOutput gave. Gives whether all were written.
-bool WriteToDescriptor(int descriptor, const char* bytes, std::size_t size);
+    // Gives whether everything was written.
+    bool Write(std::string_view text) const;
+
+    // What was kept aside so far.
+    std::string Read() const;
+
+private:
+    int output_;
+    int aside_ = -1;
+};
 
 // Whether standard output is a terminal.
 bool IsStandardOutputTerminal();

@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <iostream>
 
+#include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace tvx::Platform
@@ -28,28 +30,40 @@ catch (...)  // the program may have asked its stream to throw
 {
 }
 
-int DivertStandardOutput()
+OutputDiversion::OutputDiversion() : output_(STDOUT_FILENO)
 {
     GetStandardOutput().flush();
-    const int kept = dup(STDOUT_FILENO);
-    if (kept < 0 || dup2(STDERR_FILENO, STDOUT_FILENO) < 0)
-        return -1;
-    return kept;
+    const int kept = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    const int aside = memfd_create("output", MFD_CLOEXEC);
+    if (kept < 0 || aside < 0 || dup2(aside, STDOUT_FILENO) < 0)
+        return;
+    output_ = kept;
+    aside_ = aside;
 }
 
-bool WriteToDescriptor(int descriptor, const char* bytes, std::size_t size)
+bool OutputDiversion::Write(std::string_view text) const
 {
-    while (size > 0)
+    while (!text.empty())
     {
-        const auto written = write(descriptor, bytes, size);
+        const auto written = write(output_, text.data(), text.size());
         if (written < 0 && errno == EINTR)
             continue;
         if (written <= 0)
             return false;
-        bytes += written;
-        size -= static_cast<std::size_t>(written);
+        text.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
+}
+
+std::string OutputDiversion::Read() const
+{
+    GetStandardOutput().flush();
+    std::string text;
+    char part[4096];
+    for (auto size = pread(aside_, part, sizeof part, 0); size > 0;
+         size = pread(aside_, part, sizeof part, static_cast<off_t>(text.size())))
+        text.append(part, static_cast<std::size_t>(size));
+    return text;
 }
 
 bool IsStandardOutputTerminal()

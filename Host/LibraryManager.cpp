@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "Host/LibraryManager.h"
+
+#include "Host/ExportProxy.h"
+#include "Host/LibManagerFace.h"
+#include "Interfaces/IImportsContainer.h"
+
+#include <algorithm>
+
+namespace tvx::host
+{
+
+namespace
+{
+
+constexpr const char LibManagerContract[] = "com.talvere.general.tvx.LibManagerContract/1.0";
+
+// What stands behind the last slash of an identifier.
+std::string_view GetVersion(std::string_view id)
+{
+    return id.substr(std::min(id.rfind('/'), id.size() - 1) + 1);
+}
+
+}  // namespace
+
+LibraryManager::LibraryManager(ModuleCatalog catalog)
+    : catalog_(std::move(catalog)),
+      face_(MakeRef<LibManagerFace>(*this))
+{
+    Offer(LibManagerContract, Ref<IObjectBase>(static_cast<ILibManager*>(face_.Get())));
+}
+
+LibraryManager::~LibraryManager()
+{
+    face_->ForgetManager();
+    for (const auto& [id, object] : exports_)
+    {
+        if (const auto imports = Query<IImportsContainer>(object))
+            imports->ClearImports();
+    }
+    exports_.clear();
+    offered_.clear();
+    while (!modules_.empty())
+        modules_.pop_back();
+}
+
+void LibraryManager::Offer(const std::string& contract, const Ref<IObjectBase>& object)
+{
+    offered_[contract] = object;
+}
+
+Outcome<Ref<IObjectBase>> LibraryManager::GetExport(std::string_view id)
+{
+    const auto place = catalog_.FindById(id);
+    if (place.entry == nullptr)
+        return MakeError(ErrorKind::NotExported, "no installed module exports \"" + std::string(id) + "\"");
+    return Fetch(place);
+}
+
+Ref<IObjectBase> LibraryManager::FetchImport(std::string_view id)
+{
+    const auto object = GetExport(id);
+    if (object)
+        return *object;
+    importProblems_.push_back(object.GetError());
+    return nullptr;
+}
+
+Outcome<Ref<IObjectBase>> LibraryManager::GetReader(std::string_view serid)
+{
+    const auto place = catalog_.FindBySerializationId(serid);
+    if (place.entry == nullptr)
+        return MakeError(ErrorKind::NotExported, "no installed module reads the format \"" + std::string(serid) + "\"");
+    return Fetch(place);
+}
+
+Outcome<Ref<IObjectBase>> LibraryManager::Fetch(const ExportPlace& place)
+{
+    const auto known = exports_.find(place.entry->id);
+    if (known != exports_.end())
+        return known->second;
+    const auto module = GetModule(place.module);
+    if (!module)
+        return module.GetError();
+    auto object = (*module)->GetExport(place.entry->id);
+    if (!object)
+        return object;
+    const auto imports = Query<IImportsContainer>(*object);
+    if (!place.entry->imports.empty() && !imports)
+        return Refused(place.entry->id, IImportsContainer::Id);
+    const auto proxies = MakeProxies(*place.entry);
+    if (!proxies)
+        return proxies.GetError();
+    exports_.emplace(place.entry->id, *object);  // before the object hears of its imports: it may ask for itself
+    if (imports)
+        Connect(*imports, *proxies);
+    return object;
+}
+
+Outcome<const Module*> LibraryManager::GetModule(std::size_t place)
+{
+    const auto isMeant = [&](const Loaded& loaded) { return loaded.place == place; };
+    const auto known = std::find_if(modules_.begin(), modules_.end(), isMeant);
+    if (known != modules_.end())
+        return &known->module;
+    auto module = Module::Load(catalog_.GetModules()[place].file);
+    if (!module)
+        return module.GetError();
+    modules_.push_back({place, std::move(*module)});
+    return &modules_.back().module;
+}
+
+// An optional import that nothing fulfils is left out.
+Outcome<LibraryManager::Proxies> LibraryManager::MakeProxies(const Export& entry)
+{
+    Proxies proxies;
+    for (const auto& import : entry.imports)
+    {
+        auto proxy = MakeProxy(import.contract);
+        if (!proxy && !import.optional)
+            return MakeError(ErrorKind::MissingImport, "the export \"" + entry.id + "\" needs the import \"" +
+                                                           import.property + "\", but no installed module fulfils \"" +
+                                                           import.contract + "\"");
+        if (proxy)
+            proxies.emplace_back(import.property, std::move(proxy));
+    }
+    return proxies;
+}
+
+void LibraryManager::Connect(IImportsContainer& imports, const Proxies& proxies)
+{
+    for (const auto& [property, proxy] : proxies)
+        imports.SetImport(property.c_str(), proxy.Get());
+    imports.OnImportsSet();
+}
+
+// Null when nothing fulfils the contract.
+Ref<IObjectBase> LibraryManager::MakeProxy(const std::string& contract)
+{
+    const auto offered = offered_.find(contract);
+    if (offered != offered_.end())
+        return MakeRef<ExportProxy>([object = offered->second] { return object; });
+    const auto place = catalog_.FindByContract(contract);
+    if (place.entry == nullptr)
+        return nullptr;
+    return MakeRef<ExportProxy>([face = face_, id = place.entry->id] { return face->FetchExport(id); });
+}
+
+Error LibraryManager::Refused(std::string_view id, const char* interfaceId)
+{
+    return MakeError(ErrorKind::Misbehaved,
+                     "the export \"" + std::string(id) + "\" refuses the interface \"" + interfaceId + "\"");
+}
+
+std::string LibraryManager::DescribeInstalled() const
+{
+    std::string text;
+    for (const auto& module : catalog_.GetModules())
+    {
+        for (const auto& entry : module.document.exports)
+            text.append(entry.metadata.name)
+                .append(" ")
+                .append(GetVersion(entry.id))
+                .append(" (")
+                .append(module.file.filename().string())
+                .append(")\n");
+    }
+    return text;
+}
+
+std::vector<std::filesystem::path> LibraryManager::GetLoadedFiles() const
+{
+    std::vector<std::filesystem::path> files;
+    for (const auto& loaded : modules_)
+        files.push_back(catalog_.GetModules()[loaded.place].file);
+    return files;
+}
+
+}  // namespace tvx::host
