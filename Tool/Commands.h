@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Host/ModuleCatalog.h"
+#include "Tool/Console.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace tvx::tool
+{
+
+// Each adds one command to the program. A command that was chosen puts its exit code into code.
+void AddListCommand(CLI::App& program, ExitCode& code);
+void AddInfoCommand(CLI::App& program, ExitCode& code);
+void AddSettingsCommand(CLI::App& program, ExitCode& code);
+void AddTourCommand(CLI::App& program, ExitCode& code);
+
+// Where modules are looked for: the places given by --path, then TVX_PATH, then the program's own folder.
+class SearchOptions
+{
+public:
+    void AddTo(CLI::App& command);
+    host::ModuleCatalog MakeCatalog() const;
+
+private:
+    std::vector<std::string> paths_;
+};
+
+}  // namespace tvx::tool

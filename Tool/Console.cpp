@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "Tool/Console.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace tvx::tool
+{
+
+ExitCode GetExitCode(host::ErrorKind kind)
+{
+    return kind == host::ErrorKind::Misbehaved ? Misbehaved : CannotRead;
+}
+
+void Console::Print(std::string_view text) const
+{
+    if (output_.Write(text))
+        return;
+    Complain("standard output cannot be written to");
+    std::exit(CannotRead);
+}
+
+void Console::Complain(std::string_view what) const
+{
+    std::cerr << "tvx: " << what << std::endl;
+}
+
+ExitCode Console::Fail(const host::Error& error) const
+{
+    Complain(error.message);
+    std::cerr << output_.Read();
+    return GetExitCode(error.kind);
+}
+
+}  // namespace tvx::tool

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "Tool/Commands.h"
+
+#include <exception>
+#include <iostream>
+
+namespace
+{
+
+constexpr const char ExitCodes[] = "Exit codes: 0 done, 1 the answer is no (a key is absent), 2 wrong usage,\n"
+                                   "3 a file or module cannot be read or written, 4 a module misbehaved.";
+
+int Run(int count, char** arguments)
+{
+    CLI::App program("Looks into modules of the TVX component framework and works with them", "tvx");
+    program.set_version_flag("--version", TVX_VERSION);
+    program.require_subcommand(1);
+    program.footer(ExitCodes);
+    auto code = tvx::tool::Ok;
+    tvx::tool::AddListCommand(program, code);
+    tvx::tool::AddInfoCommand(program, code);
+    tvx::tool::AddSettingsCommand(program, code);
+    tvx::tool::AddTourCommand(program, code);
+    try
+    {
+        program.parse(count, arguments);
+    }
+    catch (const CLI::Success& asked)  // for help or the version
+    {
+        return program.exit(asked);
+    }
+    catch (const CLI::ParseError& wrong)
+    {
+        std::cerr << "tvx: " << wrong.what() << " (tvx --help tells more)" << std::endl;
+        return tvx::tool::Usage;
+    }
+    return code;
+}
+
+}  // namespace
+
+int main(int count, char** arguments)
+{
+    try
+    {
+        return Run(count, arguments);
+    }
+    catch (const std::exception& failure)
+    {
+        std::cerr << "tvx: " << failure.what() << std::endl;
+        return tvx::tool::CannotRead;
+    }
+}

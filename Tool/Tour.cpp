@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: MIT
+#include "Tool/Tour.h"
+
+#include "Helpers/ClassImpl.h"
+#include "Host/HostString.h"
+#include "Host/ModuleFile.h"
+#include "Host/SettingsJson.h"
+#include "Host/TextFile.h"
+#include "Interfaces/ISerializable.h"
+#include "Interfaces/IVariant.h"
+#include "Platform/StandardStreams.h"
+#include "Tool/SettingsSession.h"
+
+#include <iostream>
+
+namespace tvx::tool
+{
+
+namespace
+{
+
+constexpr const char JsonContract[] = "com.talvere.serializers.JSONSerializerContract/1.0";
+
+template <class... Parts>
+void Say(const Parts&... parts)
+{
+    static_cast<void>((Platform::GetStandardOutput() << ... << parts) << '\n');
+}
+
+// Says every event that reaches it.
+class Narrator final : public ClassImpl<Narrator, IEventHandler>
+{
+public:
+    using Interfaces = InterfaceList<IEventHandler, IObject, IObjectBase>;
+
+    Result OnEvent(IObject*, const char* interfaceId, const char* eventName, std::uint64_t param,
+                   std::uint64_t) override
+    {
+        bool mode = false;
+        auto* const variant = reinterpret_cast<IVariant*>(param);
+        const bool hasMode = variant != nullptr && variant->GetBool(&mode) == TVX_OK;
+        Say("  event  \"", eventName, "\"", hasMode ? (mode ? " (true)" : " (false)") : "", " of ", interfaceId);
+        return TVX_OK;
+    }
+};
+
+std::string GetText(ISimpleMap& map, const char* key)
+{
+    Ref<IString> text;
+    return map.GetString(key, text.Receive()) == TVX_S_VALUE ? text->GetText() : "";
+}
+
+void SayEntries(ISimpleMap& map)
+{
+    Ref<ISimpleMapIterator> iterator;
+    if (TVX_FAILED(map.GetIterator(iterator.Receive())))
+        return;
+    for (; iterator->GetKey() != nullptr; iterator->Next())
+        Say("  ", iterator->GetKey(), " = ", iterator->GetValue());
+}
+
+// How many entries both maps have, or -1 when they differ.
+int CountEqualEntries(ISimpleMap& left, ISimpleMap& right)
+{
+    Ref<ISimpleMapIterator> one;
+    Ref<ISimpleMapIterator> other;
+    if (TVX_FAILED(left.GetIterator(one.Receive())) || TVX_FAILED(right.GetIterator(other.Receive())))
+        return -1;
+    int count = 0;
+    for (; one->GetKey() != nullptr && other->GetKey() != nullptr; one->Next(), other->Next(), ++count)
+    {
+        if (std::string_view(one->GetKey()) != other->GetKey() ||
+            std::string_view(one->GetValue()) != other->GetValue())
+            return -1;
+    }
+    return one->GetKey() == nullptr && other->GetKey() == nullptr ? count : -1;
+}
+
+// The JSON text that a fresh serializer makes of an object, through its two faces.
+Result WriteToText(ISerializerFactory& factory, IObjectBase* object, std::string& text)
+{
+    Ref<ISerializer> writer;
+    factory.CreateSerializer(writer.Receive());
+    const auto document = Query<IStringSerializer>(writer.Get());
+    if (!document)
+        return TVX_E_NOINTERFACE;
+    document->Begin();
+    writer->WriteNamedObject("Settings", object);
+    Ref<IString> made;
+    const auto ended = document->End();
+    const auto result = TVX_FAILED(ended) ? ended : document->GetText(made.Receive());
+    if (made)
+        text = made->GetText();
+    return result;
+}
+
+Result ReadFromText(ISerializerFactory& factory, const std::string& text, Ref<IObjectBase>& object)
+{
+    Ref<IDeserializer> reader;
+    factory.CreateDeserializer(reader.Receive());
+    const auto document = Query<IStringDeserializer>(reader.Get());
+    if (!document)
+        return TVX_E_NOINTERFACE;
+    document->SetText(MakeRef<host::HostString>(text).Get());
+    document->Begin();
+    const auto result = reader->ReadNamedObject("Settings", object.Receive());
+    document->End();
+    return result;
+}
+
+}  // namespace
+
+Tour::Tour(host::ModuleCatalog catalog, std::string file) : catalog_(std::move(catalog)), file_(std::move(file)) {}
+
+ExitCode Tour::Run()
+{
+    Say("A tour of TVX Generic Plugins on ", file_);
+    const bool whole = ShowDocuments() && LoadModules() && WriteInBatch() && ReadTyped() && ReadSubMap() &&
+                       KeepObject() && SerialiseMap() && ReadMapBack();
+    if (whole)
+        Unload();
+    Platform::GetStandardOutput().flush();
+    return code_;
+}
+
+bool Tour::ShowDocuments()
+{
+    OpenChapter("What is installed? The documents of the modules, read from their files; no code has run yet.");
+    for (const auto& module : catalog_.GetModules())
+    {
+        Say("  ", module.file.filename().string());
+        for (const auto& entry : module.document.exports)
+            Say("    ", entry.id, "  ", entry.metadata.name);
+    }
+    for (const auto& problem : catalog_.GetProblems())
+        Say("  not readable: ", problem.message);
+    return true;
+}
+
+bool Tour::LoadModules()
+{
+    OpenChapter("Load them. The settings map export imports a JSON serializer; the host finds it by its contract.");
+    const auto json = catalog_.FindByContract(JsonContract);
+    manager_ = std::make_unique<host::LibraryManager>(catalog_);
+    auto map = MakeSettingsMap(*manager_);
+    if (!map)
+        return Fail(map.GetError());
+    map_ = std::move(*map);
+    auto serializers = manager_->GetExportAs<ISerializerFactory>(json.entry == nullptr ? JsonContract : json.entry->id);
+    if (!serializers)
+        return Fail(serializers.GetError());
+    serializers_ = std::move(*serializers);
+    for (const auto& file : manager_->GetLoadedFiles())
+        Say("  loaded ", file.filename().string());
+    Say("  import \"Serializer\" <- ", json.entry->id);
+    return true;
+}
+
+bool Tour::WriteInBatch()
+{
+    OpenChapter("Fill a settings map. A new map is in batch updating mode: however many writes, one \"Changed\".");
+    const auto text = host::ReadTextFile(file_);
+    if (!text)
+        return Fail(text.GetError());
+    const auto narrator = MakeRef<Narrator>();
+    map_->SubscribeChanged(narrator.Get(), 0, true);
+    map_->SubscribeBatchUpdatingModeChanged(narrator.Get(), 0, true);
+    const auto count = host::ReadSettings(*text, file_, *map_);
+    if (!count)
+        return Fail(count.GetError());
+    Say("  wrote ", *count, " settings; nothing was heard. Now the mode goes off:");
+    map_->SetBatchUpdatingMode(false);
+    Say("  and one more write, told at once:");
+    map_->SetInt("Display\\Zoom\\Maximum", 32);
+    map_->SubscribeChanged(narrator.Get(), 0, false);
+    map_->SubscribeBatchUpdatingModeChanged(narrator.Get(), 0, false);
+    return true;
+}
+
+bool Tour::ReadTyped()
+{
+    OpenChapter("Read it typed. Every value is kept as text; the getters convert, and an absent key is no failure.");
+    std::int32_t exposure = 0;
+    double gain = 0.0;
+    Ref<IString> absent;
+    if (!Expect("GetInt", map_->GetInt("Acquisition\\ExposureMicroseconds", &exposure), TVX_OK) ||
+        !Expect("GetDouble", map_->GetDouble("Acquisition\\Gain", &gain), TVX_OK) ||
+        !Expect("GetString of an absent key", map_->GetString("Acquisition\\Colour", absent.Receive()), TVX_S_NOKEY))
+        return false;
+    Say("  GetInt     Acquisition\\ExposureMicroseconds -> ", exposure);
+    Say("  GetDouble  Acquisition\\Gain -> ", gain);
+    Say("  GetString  Storage\\Notes -> ", GetText(*map_, "Storage\\Notes"));
+    Say("  GetString  Acquisition\\Colour -> result ", TVX_S_NOKEY, ", there is no such key");
+    return true;
+}
+
+bool Tour::ReadSubMap()
+{
+    OpenChapter("Take a sub-map: everything below a path, as a map of its own.");
+    Ref<ISimpleMap> below;
+    if (!Expect("GetSubMap", map_->GetSubMap("Acquisition\\Region", below.Receive()), TVX_S_VALUE))
+        return false;
+    SayEntries(*below);
+    return true;
+}
+
+bool Tour::KeepObject()
+{
+    OpenChapter("Keep a whole object in one entry: here a sub-map, as the JSON that the imported serializer makes.");
+    Ref<ISimpleMap> zoom;
+    Ref<IObject> back;
+    if (!Expect("GetSubMap", map_->GetSubMap("Display\\Zoom", zoom.Receive()), TVX_S_VALUE) ||
+        !Expect("SetObject", map_->SetObject("Presets\\Zoom", zoom.Get()), TVX_OK))
+        return false;
+    Say("  Presets\\Zoom = ", GetText(*map_, "Presets\\Zoom"));
+    if (!Expect("GetObject", map_->GetObject("Presets\\Zoom", back.Receive()), TVX_OK))
+        return false;
+    const auto preset = Query<ISimpleMap>(back);
+    if (!Expect("the object read back", preset ? CountEqualEntries(*zoom, *preset) : -1, 3))
+        return false;
+    Say("  read back: an equal map of 3 entries");
+    return true;
+}
+
+bool Tour::SerialiseMap()
+{
+    OpenChapter("Serialise the whole map to JSON, under the identifier of its format.");
+    const auto serializable = Query<ISerializable>(map_);
+    if (!Expect("the serializer", WriteToText(*serializers_, serializable.Get(), document_), TVX_OK))
+        return false;
+    constexpr std::size_t Shown = 160;
+    Say("  ", document_.substr(0, Shown), " …");
+    Say("  ", document_.size(), " bytes");
+    return true;
+}
+
+bool Tour::ReadMapBack()
+{
+    OpenChapter("Read it back. The host finds the export that reads the format; the two maps must be equal.");
+    Ref<IObjectBase> object;
+    if (!Expect("the deserializer", ReadFromText(*serializers_, document_, object), TVX_OK))
+        return false;
+    copy_ = Query<ISimpleMap>(object);
+    const int count = copy_ ? CountEqualEntries(*map_, *copy_) : -1;
+    if (count < 0)
+        return Fail({host::ErrorKind::Misbehaved, "the map read back differs from the one written"});
+    Say("  equal, entry by entry: ", count);
+    return true;
+}
+
+void Tour::Unload()
+{
+    OpenChapter("Let everything go. The modules are unmapped for real.");
+    copy_ = nullptr;
+    map_ = nullptr;
+    serializers_ = nullptr;
+    manager_.reset();
+    Say("\nWhat to try next:");
+    Say("  tvx list                                        what is installed, with contracts and imports");
+    Say("  tvx info FILE.tvxlib --json                     one module's document, for programs");
+    Say("  tvx settings ", file_, " list Display");
+    Say("  tvx settings ", file_, " get 'Acquisition\\Gain'");
+    Say("  and README.md has a host of thirty lines to start from.");
+}
+
+void Tour::OpenChapter(std::string_view title)
+{
+    Say("\n", ++chapter_, ". ", title);
+}
+
+bool Tour::Fail(const host::Error& error)
+{
+    Platform::GetStandardOutput().flush();
+    std::cerr << "tvx: " << error.message << std::endl;
+    code_ = GetExitCode(error.kind);
+    return false;
+}
+
+bool Tour::Expect(std::string_view what, Result result, Result wanted)
+{
+    if (result == wanted)
+        return true;
+    return Fail({host::ErrorKind::Misbehaved,
+                 std::string(what) + " gives " + std::to_string(result) + " instead of " + std::to_string(wanted)});
+}
+
+}  // namespace tvx::tool

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Host/LibraryManager.h"
+#include "Interfaces/ISerializerFactory.h"
+#include "Interfaces/ISimpleMap.h"
+#include "Tool/Console.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tvx::tool
+{
+
+// A guided tour: each chapter does one thing with the real modules on a real settings file and shows what comes back. What
+// the modules themselves write stands between the chapters' lines, as in any host.
+class Tour
+{
+public:
+    Tour(host::ModuleCatalog catalog, std::string file);
+
+    // Ends at the first chapter that fails, with a complaint on standard error.
+    ExitCode Run();
+
+private:
+    // One chapter; gives whether the tour can go on.
+    bool ShowDocuments();
+    bool LoadModules();
+    bool WriteInBatch();
+    bool ReadTyped();
+    bool ReadSubMap();
+    bool KeepObject();
+    bool SerialiseMap();
+    bool ReadMapBack();
+    void Unload();
+
+    void OpenChapter(std::string_view title);
+    bool Fail(const host::Error& error);
+    bool Expect(std::string_view what, Result result, Result wanted);
+
+    host::ModuleCatalog catalog_;
+    std::string file_;
+    int chapter_ = 0;
+    ExitCode code_ = Ok;
+
+    // In this order, so that the objects go before the modules that they came from.
+    std::unique_ptr<host::LibraryManager> manager_;
+    Ref<ISerializerFactory> serializers_;
+    Ref<ISimpleMap> map_;
+    Ref<ISimpleMap> copy_;
+    std::string document_;
+};
+
+}  // namespace tvx::tool
