@@ -48,7 +48,7 @@ public:
     }
 };
 
-const ModuleLoad moduleLoad;
+ModuleLoad moduleLoad;
 
 }  // namespace
 

@@ -28,23 +28,6 @@ std::uint64_t ToParameter(const void* object) noexcept
     return reinterpret_cast<std::uintptr_t>(object);
 }
 
-// Keeps a map in batch updating mode as long as it lives.
-class BatchUpdating
-{
-public:
-    BatchUpdating(ISimpleMap& map, bool modeBefore) : map_(map), modeBefore_(modeBefore)
-    {
-        map_.SetBatchUpdatingMode(true);
-    }
-    ~BatchUpdating() { map_.SetBatchUpdatingMode(modeBefore_); }
-    BatchUpdating(const BatchUpdating&) = delete;
-    BatchUpdating& operator=(const BatchUpdating&) = delete;
-
-private:
-    ISimpleMap& map_;
-    bool modeBefore_;
-};
-
 }  // namespace
 
 Result SimpleMap::SetDouble(const char* key, double value)
@@ -121,8 +104,8 @@ try
     const auto map = MakeRef<SimpleMap>();
     Ref<ISimpleMapIterator> iterator;
     const auto found = GetIterator(iterator.Receive());
-    if (TVX_FAILED(found))
-        return found;
+    if (TVX_FAILED(found) || !iterator)
+        return TVX_FAILED(found) ? found : TVX_E_FAIL;
     const auto copied = CopyBelow(std::string(path) + Separator, *iterator, *map);
     if (TVX_FAILED(copied))
         return copied;
@@ -144,9 +127,8 @@ try
         return TVX_E_POINTER;
     Ref<ISimpleMapIterator> iterator;
     TVX_RETURN_FAIL_IF_FAILED((copy ? copy.Get() : source)->GetIterator(iterator.Receive()));
-    const auto prefix = *path == '\0' ? std::string() : std::string(path) + Separator;
-    const BatchUpdating batch(*this, batchUpdating_);
-    return WriteAll(prefix, *iterator);
+    TVX_RETURN_FAIL_IF_NULL(iterator.Get());
+    return WriteBelow(*path == '\0' ? std::string() : std::string(path) + Separator, *iterator);
 }
 catch (...)  // want of memory
 {
@@ -328,7 +310,20 @@ Result SimpleMap::CopyBelow(const std::string& prefix, ISimpleMapIterator& itera
     return TVX_OK;
 }
 
-Result SimpleMap::WriteAll(const std::string& prefix, ISimpleMapIterator& source)
+// The mode is restored whatever happens in between.
+Result SimpleMap::WriteBelow(const std::string& prefix, ISimpleMapIterator& source)
+{
+    const bool modeBefore = batchUpdating_;
+    const auto entered = SetBatchUpdatingMode(true);
+    if (TVX_FAILED(entered))
+        return entered;
+    const auto written = WriteEntries(prefix, source);
+    const auto left = SetBatchUpdatingMode(modeBefore);
+    return TVX_FAILED(written) ? written : left;
+}
+
+Result SimpleMap::WriteEntries(const std::string& prefix, ISimpleMapIterator& source)
+try
 {
     for (const char* key = source.GetKey(); key != nullptr; source.Next(), key = source.GetKey())
     {
@@ -337,6 +332,10 @@ Result SimpleMap::WriteAll(const std::string& prefix, ISimpleMapIterator& source
             return written;
     }
     return TVX_OK;
+}
+catch (...)  // want of memory
+{
+    return TVX_E_POINTER;
 }
 
 // Events carry the primary face of the map.

@@ -59,7 +59,8 @@ private:
     const std::string* FindValue(const char* key) const;
     void SetEntry(std::string_view key, std::string_view value);
     static Result CopyBelow(const std::string& prefix, ISimpleMapIterator& iterator, ISimpleMap& target);
-    Result WriteAll(const std::string& prefix, ISimpleMapIterator& source);
+    Result WriteBelow(const std::string& prefix, ISimpleMapIterator& source);
+    Result WriteEntries(const std::string& prefix, ISimpleMapIterator& source);
     IObject* GetSender() noexcept;
 
     EntryTable entries_;
