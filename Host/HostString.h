@@ -16,7 +16,7 @@ public:
     // IObject is left out on purpose: the modules' strings refuse it too.
     using Interfaces = InterfaceList<IString, IObjectBase>;
 
-    // The text has no NUL in it and is shorter than 4 GiB.
+    // The text is shorter than 4 GiB. A NUL in it hides what follows from those who only use GetText.
     explicit HostString(std::string text) noexcept;
 
     const char* GetText() override;
