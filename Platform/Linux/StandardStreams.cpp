@@ -30,15 +30,13 @@ catch (...)  // the program may have asked its stream to throw
 {
 }
 
-OutputDiversion::OutputDiversion() : output_(STDOUT_FILENO)
+// Where there is no standard output its number is free: the next file to be opened must not be taken for it.
+OutputDiversion::OutputDiversion() : output_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0))
 {
     GetStandardOutput().flush();
-    const int kept = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
     const int aside = memfd_create("output", MFD_CLOEXEC);
-    if (kept < 0 || aside < 0 || dup2(aside, STDOUT_FILENO) < 0)
-        return;
-    output_ = kept;
-    aside_ = aside;
+    if (aside >= 0 && dup2(aside, STDOUT_FILENO) >= 0)
+        aside_ = aside;
 }
 
 bool OutputDiversion::Write(std::string_view text) const
