@@ -47,7 +47,7 @@ void PlugDLL::RegisterExport(const char* id, IObjectBase* object)
 
 Result PlugDLL::GetExport(const char* id, IObjectBase** out)
 {
-    requested_ = true;
+    requested_.store(true, std::memory_order_relaxed);
     *out = nullptr;
     const auto found = id == nullptr ? exports_.end() : exports_.find(std::string_view(id));
     if (found == exports_.end() || found->second == nullptr)

@@ -3,6 +3,7 @@
 
 #include "Interfaces/IObjectBase.h"
 
+#include <atomic>
 #include <map>
 #include <string>
 #include <string_view>
@@ -36,7 +37,7 @@ private:
     ~PlugDLL();
 
     std::map<std::string, IObjectBase*, std::less<>> exports_;
-    bool requested_ = false;  // whether anybody ever asked; kept for a look from the debugger
+    std::atomic<bool> requested_{false};  // whether anybody ever asked; kept for a look from the debugger
 };
 
 }  // namespace tvx

@@ -122,13 +122,15 @@ try
 {
     TVX_RETURN_FAIL_IF_NULL(path);
     TVX_RETURN_FAIL_IF_NULL(source);
-    Ref<ISimpleMap> copy;  // a map written into itself would never come to its end
-    if (source == this && TVX_FAILED(Clone(copy.Receive())))
-        return TVX_E_POINTER;
     Ref<ISimpleMapIterator> iterator;
-    TVX_RETURN_FAIL_IF_FAILED((copy ? copy.Get() : source)->GetIterator(iterator.Receive()));
+    TVX_RETURN_FAIL_IF_FAILED(source->GetIterator(iterator.Receive()));
     TVX_RETURN_FAIL_IF_NULL(iterator.Get());
-    return WriteBelow(*path == '\0' ? std::string() : std::string(path) + Separator, *iterator);
+    const auto prefix = *path == '\0' ? std::string() : std::string(path) + Separator;
+    if (source != this)
+        return WriteBelow(prefix, *iterator);
+    const auto copy = MakeRef<SimpleMap>();  // a map written into itself would never come to its end
+    const auto copied = CopyBelow(std::string(), *iterator, *copy);
+    return TVX_FAILED(copied) ? copied : SetSubMap(path, copy.Get());
 }
 catch (...)  // want of memory
 {
@@ -221,9 +223,10 @@ try
 {
     if (mode == batchUpdating_)
         return TVX_OK;
-    const auto argument = MakeRef<BoolVariant>(mode);
+    auto argument = MakeRef<BoolVariant>(mode);
     batchUpdating_ = mode;
     FireBatchUpdatingModeChanged(argument.Get());
+    argument = nullptr;
     if (batchUpdating_ || !changePending_)
         return TVX_OK;
     changePending_ = false;

@@ -22,7 +22,8 @@ Result CSimpleMapIterator::IsEnd(bool* out)
 
 void CSimpleMapIterator::Seek(std::string_view key)
 {
-    MoveTo(GetTable().lower_bound(key));
+    if (!IsAtEnd() && GetCurrentKey() < key)
+        MoveTo(GetTable().lower_bound(key));
 }
 
 }  // namespace tvx
