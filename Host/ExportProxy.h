@@ -27,6 +27,7 @@ public:
     {
         if (out == nullptr)
             return TVX_E_POINTER;
+        *out = nullptr;
         *out = fetch_().Detach();
         return *out == nullptr ? TVX_E_FAIL : TVX_OK;
     }

@@ -6,6 +6,7 @@
 #include "Host/ModuleCatalog.h"
 #include "Interfaces/IImportsContainer.h"
 
+#include <deque>
 #include <map>
 #include <string>
 #include <utility>
@@ -87,7 +88,7 @@ private:
     Ref<IObjectBase> MakeProxy(const std::string& contract);
 
     ModuleCatalog catalog_;
-    std::vector<Loaded> modules_;
+    std::deque<Loaded> modules_;  // stay where they are: a module at work may have another one loaded
     std::map<std::string, Ref<IObjectBase>, std::less<>> exports_;
     std::map<std::string, Ref<IObjectBase>, std::less<>> offered_;
     std::vector<Error> importProblems_;

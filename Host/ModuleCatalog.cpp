@@ -57,13 +57,14 @@ void ModuleCatalog::AddFolder(const std::filesystem::path& folder)
 
 void ModuleCatalog::AddFile(const std::filesystem::path& file)
 {
-    const auto isSame = [&](const InstalledModule& module)
+    const auto isSame = [&](const std::filesystem::path& added)
     {
         std::error_code failed;
-        return std::filesystem::equivalent(module.file, file, failed);
+        return added == file || std::filesystem::equivalent(added, file, failed);
     };
-    if (std::any_of(modules_.begin(), modules_.end(), isSame))
+    if (std::any_of(files_.begin(), files_.end(), isSame))
         return;
+    files_.push_back(file);
     auto document = ReadPluginDocument(file);
     if (document)
         modules_.push_back({file, std::move(*document)});

@@ -53,6 +53,7 @@ private:
     void AddFolder(const std::filesystem::path& folder);
     void AddFile(const std::filesystem::path& file);
 
+    std::vector<std::filesystem::path> files_;  // what was added, whether it could be read or not
     std::vector<InstalledModule> modules_;
     std::vector<Error> problems_;
 };

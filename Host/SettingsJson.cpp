@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <functional>
 #include <set>
 #include <utility>
@@ -23,8 +24,9 @@ constexpr char Separator = '\\';
 constexpr int MaxDepth = 200;
 
 // Ends the reading or writing at once; its text is what the caller gets.
-[[noreturn]] void Refuse(const std::string& why)
+[[noreturn]] void Refuse(std::string why)
 {
+    std::replace(why.begin(), why.end(), '\0', '?');  // what() would end there
     throw std::runtime_error(why);
 }
 
@@ -84,6 +86,8 @@ void Flatten(const Json& object, const std::string& path, Entries& entries)
 
 Entries Parse(std::string_view text)
 {
+    if (text.find('\0') != std::string_view::npos)  // the parser would take it for the end and drop the rest
+        Refuse("it has a NUL byte in it");
     Guard guard;
     const auto json = Json::parse(text, std::ref(guard));
     if (!json.is_object())
@@ -93,18 +97,19 @@ Entries Parse(std::string_view text)
     return entries;
 }
 
-// The value whose shortest form text is, unless it is a filled object, whose members would become keys; else a string.
-Json ToValue(const std::string& text)
+// The value whose shortest form text is, unless it is a filled object, whose members would become keys, or more than room
+// deep; else a string.
+Json ToValue(const std::string& text, int room)
 {
     int deepest = 0;
     const auto measure = [&](int depth, Json::parse_event_t, const Json&)
     {
         deepest = std::max(deepest, depth);
-        return depth <= MaxDepth;
+        return depth <= room;
     };
     auto value = Json::parse(text, measure, false);
     const bool filled = value.is_object() && !value.empty();
-    if (value.is_discarded() || value.is_string() || filled || deepest > MaxDepth || value.dump() != text)
+    if (value.is_discarded() || value.is_string() || filled || deepest > room || value.dump() != text)
         return text;
     return value;
 }
@@ -124,7 +129,7 @@ public:
             Enter(*node, key.substr(0, end), ++depth);
             begin = end + 1;
         }
-        (*node)[key.substr(begin)] = ToValue(text);
+        (*node)[key.substr(begin)] = ToValue(text, MaxDepth - depth);
         leaves_.insert(key);
     }
 
@@ -145,12 +150,15 @@ private:
     std::set<std::string> leaves_;
 };
 
-// What the library says, without its own name and number before it.
+// What the library says, without its own name and number before it, and cut when it shows a very long text.
 std::string GetReason(const std::exception& failure)
 {
-    const std::string text = failure.what();
+    constexpr std::size_t shown = 300;
+    std::string text = failure.what();
     const auto end = text.find("] ");
-    return text.starts_with('[') && end != std::string::npos ? text.substr(end + 2) : text;
+    if (text.starts_with('[') && end != std::string::npos)
+        text.erase(0, end + 2);
+    return text.size() > shown ? text.substr(0, shown) + "..." : text;
 }
 
 void Store(const Entries& entries, ISimpleMap& map)
@@ -158,9 +166,12 @@ void Store(const Entries& entries, ISimpleMap& map)
     bool modeBefore = true;
     map.GetBatchUpdatingMode(&modeBefore);
     map.SetBatchUpdatingMode(true);
-    for (const auto& [key, text] : entries)
-        map.SetString(key.c_str(), text.c_str());
+    const auto isRefused = [&](const auto& entry)
+    { return TVX_FAILED(map.SetString(entry.first.c_str(), entry.second.c_str())); };
+    const auto refused = std::find_if(entries.begin(), entries.end(), isRefused);
     map.SetBatchUpdatingMode(modeBefore);
+    if (refused != entries.end())
+        Refuse("the map does not take \"" + refused->first + "\"");
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ namespace tvx::host
 
 // Writes the settings of a file's text into map, in batch updating mode, and gives their number.
 //   origin  the name of the file, for messages
-// Fails: BadSettings, with the place; the map is unchanged then.
+// Fails: BadSettings, with the place. The map is unchanged then, unless it was the map that refused a value.
 Outcome<std::size_t> ReadSettings(std::string_view text, std::string_view origin, ISimpleMap& map);
 
 // The text of a settings file for map, indented, with a line end at its end.
