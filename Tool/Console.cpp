@@ -28,8 +28,10 @@ void Console::Complain(std::string_view what) const
 ExitCode Console::Fail(const host::Error& error) const
 {
     Complain(error.message);
-    std::cerr << output_.Read();
-    return GetExitCode(error.kind);
+    const auto code = GetExitCode(error.kind);
+    if (code == Misbehaved)
+        std::cerr << output_.Read();
+    return code;
 }
 
 }  // namespace tvx::tool

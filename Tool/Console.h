@@ -33,7 +33,8 @@ public:
     // One line.
     void Complain(std::string_view what) const;
 
-    // Complains and gives the exit code. What modules had to say meanwhile follows, since it may be the reason.
+    // Complains and gives the exit code. When a module misbehaved, what modules had to say meanwhile follows: it may be the
+    // reason.
     ExitCode Fail(const host::Error& error) const;
 
 private:

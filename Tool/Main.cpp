@@ -10,6 +10,16 @@ namespace
 constexpr const char ExitCodes[] = "Exit codes: 0 done, 1 the answer is no (a key is absent), 2 wrong usage,\n"
                                    "3 a file or module cannot be read or written, 4 a module misbehaved.";
 
+// An answer that is cut off is none.
+int PrintAnswer(const CLI::App& program, const CLI::Success& asked)
+{
+    const int code = program.exit(asked);
+    if (std::cout.flush())
+        return code;
+    std::cerr << "tvx: standard output cannot be written to" << std::endl;
+    return tvx::tool::CannotRead;
+}
+
 int Run(int count, char** arguments)
 {
     CLI::App program("Looks into modules of the TVX component framework and works with them", "tvx");
@@ -27,7 +37,7 @@ int Run(int count, char** arguments)
     }
     catch (const CLI::Success& asked)  // for help or the version
     {
-        return program.exit(asked);
+        return PrintAnswer(program, asked);
     }
     catch (const CLI::ParseError& wrong)
     {

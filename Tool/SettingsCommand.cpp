@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "Helpers/NumberText.h"
 #include "Host/SettingsJson.h"
 #include "Host/TextFile.h"
 #include "Tool/Commands.h"
 #include "Tool/DocumentPrinter.h"
 #include "Tool/SettingsSession.h"
 
+#include <cmath>
 #include <functional>
 #include <memory>
 
@@ -43,7 +45,7 @@ nlohmann::ordered_json ReadTyped(ISimpleMap& map, const SettingsOptions& options
         return integer;
     double number = 0.0;
     if (options.type == "double" && map.GetDouble(options.key.c_str(), &number) == TVX_OK)
-        return number;
+        return std::isfinite(number) ? nlohmann::ordered_json(number) : NumberText(number).Get();
     Ref<IString> text;
     if (options.type == "text" && map.GetString(options.key.c_str(), text.Receive()) == TVX_S_VALUE)
         return text->GetText();
@@ -85,6 +87,7 @@ bool IsAtOrBelow(std::string_view key, std::string_view path)
 ExitCode List(const Console& console, ISimpleMap& map, const SettingsOptions& options)
 {
     auto entries = nlohmann::ordered_json::object();
+    auto& members = entries.get_ref<nlohmann::ordered_json::object_t&>();
     std::string lines;
     Ref<ISimpleMapIterator> iterator;
     if (TVX_FAILED(map.GetIterator(iterator.Receive())))
@@ -93,7 +96,7 @@ ExitCode List(const Console& console, ISimpleMap& map, const SettingsOptions& op
     {
         if (!IsAtOrBelow(iterator->GetKey(), options.key))
             continue;
-        entries.push_back({iterator->GetKey(), iterator->GetValue()});
+        members.emplace_back(iterator->GetKey(), iterator->GetValue());  // no key stands twice, so none is looked for
         lines.append(iterator->GetKey()).append(" = ").append(iterator->GetValue()).append("\n");
     }
     console.Print(options.json ? PrintJson(entries) : lines);
@@ -137,6 +140,7 @@ CLI::App* AddAction(CLI::App& settings, const char* name, const char* help,
 {
     auto* const command = settings.add_subcommand(name, help);
     command->callback([options, &code, action] { code = Run(*options, action); });
+    command->fallthrough();  // --path may stand behind the action, too
     return command;
 }
 

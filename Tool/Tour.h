@@ -35,8 +35,10 @@ private:
     bool ReadMapBack();
     void Unload();
 
+    void SwitchBatchOff(std::size_t count);
     void OpenChapter(std::string_view title);
     bool Fail(const host::Error& error);
+    // Fails when result is not the one wanted. A key that is there or not makes it the settings file's fault.
     bool Expect(std::string_view what, Result result, Result wanted);
 
     host::ModuleCatalog catalog_;

@@ -17,12 +17,12 @@ namespace tvx::test
 {
 
 // Records every call as a line such as: WriteNamedInt type 3. Objects are recorded by address and kept with a reference.
-class RecordingWriter final : public CountedImpl<RecordingWriter, ISerializer>
+// Counted is the base that counts the references of the class derived from this.
+template <class Counted>
+class RecordingWriterImpl : public Counted
 {
 public:
-    using Interfaces = InterfaceList<ISerializer, IObjectBase>;
-
-    explicit RecordingWriter(Result result = TVX_OK) : result_(result) {}
+    explicit RecordingWriterImpl(Result result = TVX_OK) : result_(result) {}
 
     Result WriteNamedBool(const char* name, bool value) override
     {
@@ -66,22 +66,33 @@ public:
     std::vector<std::string> calls;
     std::vector<Ref<IObjectBase>> objects;
 
-private:
+protected:
+    ~RecordingWriterImpl() = default;
+
     Result Record(std::string call)
     {
         calls.push_back(std::move(call));
         return result_;
     }
 
+private:
     Result result_;
+};
+
+class RecordingWriter final : public RecordingWriterImpl<CountedImpl<RecordingWriter, ISerializer>>
+{
+public:
+    using Interfaces = InterfaceList<ISerializer, IObjectBase>;
+    using RecordingWriterImpl::RecordingWriterImpl;
 };
 
 // Reads from what the test put in: named values, and one sequence of items. A value of another type or an absent one gives
 // -1 and leaves out untouched. The announced count may differ from the number of items.
-class ScriptedReader final : public CountedImpl<ScriptedReader, IDeserializer>
+// Counted is the base that counts the references of the class derived from this.
+template <class Counted>
+class ScriptedReaderImpl : public Counted
 {
 public:
-    using Interfaces = InterfaceList<IDeserializer, IObjectBase>;
     using Value = std::variant<bool, std::int32_t, double, std::string, Ref<IObjectBase>>;
 
     Result ReadNamedBool(const char* name, bool* out) override { return Give("ReadNamedBool", named, name, out); }
@@ -136,13 +147,16 @@ public:
     std::size_t next = 0;
     std::vector<std::string> calls;
 
-private:
+protected:
+    ~ScriptedReaderImpl() = default;
+
     Result Record(std::string call)
     {
         calls.push_back(std::move(call));
         return TVX_OK;
     }
 
+private:
     template <class Out>
     Result Give(const char* call, const std::map<std::string, Value>& from, const char* name, Out* out)
     {
@@ -169,6 +183,12 @@ private:
         HandOut(std::get<Ref<IObjectBase>>(value).Get(), out);
         return TVX_OK;
     }
+};
+
+class ScriptedReader final : public ScriptedReaderImpl<CountedImpl<ScriptedReader, IDeserializer>>
+{
+public:
+    using Interfaces = InterfaceList<IDeserializer, IObjectBase>;
 };
 
 }  // namespace tvx::test
