@@ -116,7 +116,8 @@ TEST(ModuleLoad, LetsAThreadThatUsedTheModuleEndAfterItsUnloading)
     std::thread user(
         [&]
         {
-            used.set_value(MakeString(*module, "of another thread")->GetOwnerThreadId());
+            const auto owner = MakeString(*module, "of another thread")->GetOwnerThreadId();
+            used.set_value(owner);  // the string is gone by now: the module goes next
             unloaded.get_future().wait();
         });
     EXPECT_NE(used.get_future().get(), static_cast<std::uint32_t>(gettid()));
