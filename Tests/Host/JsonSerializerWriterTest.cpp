@@ -192,7 +192,7 @@ TEST_F(JsonSerializerWriter, RefusesNamesThatCouldNotBeReadBack)
 
 TEST_F(JsonSerializerWriter, CutsVeryLongNamesInItsLines)
 {
-    const std::string name = '$' + std::string(200, 'n');
+    const auto name = std::string("$").append(200, 'n');
     EXPECT_EQ(Fail(TVX_E_FAIL, [&](auto& writer) { return writer.WriteNamedInt(name.c_str(), 1); }),
               "JsonSerializer: the name \"$" + std::string(99, 'n') +
                   "...\" begins with \"$\", which the serializer keeps for itself.\n");
