@@ -49,6 +49,9 @@ protected:
             lists->own.Fire(interfaceId, eventName, sender, param);
     }
 
+    // What an event carries as its parameter: an object's address, 0 for none.
+    static std::uint64_t ToParameter(const void* object) noexcept { return reinterpret_cast<std::uintptr_t>(object); }
+
     std::uint32_t GetThread() const noexcept { return thread_; }
 
     void SetThread(std::uint32_t thread) noexcept { thread_ = thread; }

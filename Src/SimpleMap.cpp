@@ -22,12 +22,6 @@ constexpr const char BatchUpdatingModeChangedEvent[] = "BatchUpdatingModeChanged
 constexpr const char ObjectName[] = "Object";
 constexpr const char SerializerImport[] = "Serializer";
 
-// What an event carries as its parameter: the object's address, 0 for none.
-std::uint64_t ToParameter(const void* object) noexcept
-{
-    return reinterpret_cast<std::uintptr_t>(object);
-}
-
 }  // namespace
 
 Result SimpleMap::SetDouble(const char* key, double value)
