@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Interfaces/Module.h"
 #include "Platform/Export.h"
+#include "Src/CVariantArray.h"
+#include "Src/CollectionFactory.h"
+#include "Src/Map.h"
 #include "Src/PlugDLL.h"
 #include "Src/SimpleMapFactory.h"
 #include "Src/StringFactory.h"
@@ -21,7 +24,10 @@ struct Export
 constexpr Export Exports[] = {
     {"com.talvere.general.tvx.GenericStringImplementation/1.0", &StringFactory::GetExportInstance},
     {"com.talvere.general.tvx.GenericVariantImplementation/1.1", &VariantFactory::GetExportInstance},
+    {"com.talvere.general.tvx.GenericMapImplementation/1.1", &MapFactory::GetExportInstance},
     {"com.talvere.general.tvx.GenericSimpleMapImplementation/1.1", &CSimpleMapFactory::GetExportInstance},
+    {"com.talvere.general.tvx.GenericCollectionImplementation/1.1", &CollectionFactory::GetExportInstance},
+    {"com.talvere.general.tvx.GenericVariantArrayImplementation/1.0", &CVariantArrayFactory::GetExportInstance},
 };
 
 // An export that could not be made is registered as null.
