@@ -12,14 +12,14 @@ namespace tvx::host
 namespace
 {
 
-// A module format: the bytes that its files start with, and what reads the document out of them.
+// A module format: the bytes that its files start with, and what reads texts out of them.
 struct Format
 {
     std::string_view magic;
-    Outcome<std::string> (*readDocument)(ModuleFile& file);
+    Outcome<std::string> (*readText)(ModuleFile& file, const EmbeddedText& text);
 };
 
-constexpr Format Formats[] = {{ElfMagic, ReadElfDocument}};
+constexpr Format Formats[] = {{ElfMagic, ReadElfText}};
 constexpr std::uint64_t LongestMagic = 4;
 
 }  // namespace
@@ -36,6 +36,11 @@ Outcome<std::string> ReadDocumentText(const std::filesystem::path& path)
 
 Outcome<std::string> ReadDocumentText(ModuleFile& file)
 {
+    return ReadEmbeddedText(file, DocumentText);
+}
+
+Outcome<std::string> ReadEmbeddedText(ModuleFile& file, const EmbeddedText& text)
+{
     if (file.GetSize() == 0)
     {
         return file.Fail(ErrorKind::NotAModule, "is not a module: the file is empty");
@@ -49,7 +54,7 @@ Outcome<std::string> ReadDocumentText(ModuleFile& file)
     {
         if (start->starts_with(format.magic))
         {
-            return format.readDocument(file);
+            return format.readText(file, text);
         }
     }
     return file.Fail(ErrorKind::NotAModule, "is not a module: no ELF header");

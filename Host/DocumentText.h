@@ -6,9 +6,24 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace tvx::host
 {
+
+// A text that modules carry in a section of its own.
+struct EmbeddedText
+{
+    std::string_view section;
+    std::string_view name;  // for messages
+};
+
+inline constexpr EmbeddedText DocumentText = {".plugcfg", "configuration document"};
+inline constexpr EmbeddedText BuildText = {".plugbuild", "build information"};
+
+// The exact bytes of a text embedded in a module's file, read without running any of its code.
+// Fails: CannotRead, NotAModule, DamagedModule, NoDocument when the module carries no such text.
+Outcome<std::string> ReadEmbeddedText(ModuleFile& file, const EmbeddedText& text);
 
 // The exact bytes of the configuration document embedded in a module's file, read without running any of its code.
 // Fails: CannotRead, NotAModule, DamagedModule, NoDocument.

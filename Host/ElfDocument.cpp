@@ -11,7 +11,6 @@ namespace tvx::host
 namespace
 {
 
-constexpr std::string_view DocumentName{".plugcfg\0", 9};
 constexpr std::uint64_t TypeUnused = 0;
 constexpr std::uint64_t TypeStrings = 3;
 constexpr std::uint64_t TypeWithoutBytes = 8;
@@ -37,7 +36,14 @@ Outcome<std::string> ReadNames(ModuleFile& file, const ElfTable& table)
     return names;
 }
 
-Outcome<ElfSection> FindDocument(const ModuleFile& file, const ElfTable& table, std::string_view names)
+// Whether the name that starts at names is the whole of name.
+bool IsNamed(std::string_view names, std::string_view name)
+{
+    return names.starts_with(name) && names[name.size()] == '\0';
+}
+
+Outcome<ElfSection> FindText(const ModuleFile& file, const ElfTable& table, std::string_view names,
+                             const EmbeddedText& text)
 {
     const ElfSection* found = nullptr;
     for (const ElfSection& section : table.sections)
@@ -50,39 +56,39 @@ Outcome<ElfSection> FindDocument(const ModuleFile& file, const ElfTable& table, 
         {
             return ElfDamage(file, "a section's name is outside the table of section names");
         }
-        if (!names.substr(static_cast<std::size_t>(section.name)).starts_with(DocumentName))
+        if (!IsNamed(names.substr(static_cast<std::size_t>(section.name)), text.section))
         {
             continue;
         }
         if (found)
         {
-            return ElfDamage(file, "it has more than one section .plugcfg");
+            return ElfDamage(file, "it has more than one section " + std::string(text.section));
         }
         found = &section;
     }
     if (!found)
     {
-        return file.Fail(ErrorKind::NoDocument, "has no configuration document");
+        return file.Fail(ErrorKind::NoDocument, "has no " + std::string(text.name));
     }
     return *found;
 }
 
-Outcome<std::string> ReadContent(ModuleFile& file, const ElfSection& document)
+Outcome<std::string> ReadContent(ModuleFile& file, const ElfSection& section, const EmbeddedText& text)
 {
-    if (document.type == TypeWithoutBytes)
+    if (section.type == TypeWithoutBytes)
     {
-        return ElfDamage(file, "its configuration document has no bytes in the file");
+        return ElfDamage(file, "its " + std::string(text.name) + " has no bytes in the file");
     }
-    if ((document.flags & FlagCompressed) != 0)
+    if ((section.flags & FlagCompressed) != 0)
     {
-        return ElfDamage(file, "its configuration document is compressed");
+        return ElfDamage(file, "its " + std::string(text.name) + " is compressed");
     }
-    return file.Read("configuration document", document.offset, document.size);
+    return file.Read(text.name, section.offset, section.size);
 }
 
 }  // namespace
 
-Outcome<std::string> ReadElfDocument(ModuleFile& file)
+Outcome<std::string> ReadElfText(ModuleFile& file, const EmbeddedText& text)
 {
     const auto table = ReadElfTable(file);
     if (!table)
@@ -94,12 +100,12 @@ Outcome<std::string> ReadElfDocument(ModuleFile& file)
     {
         return names.GetError();
     }
-    const auto document = FindDocument(file, *table, *names);
-    if (!document)
+    const auto section = FindText(file, *table, *names, text);
+    if (!section)
     {
-        return document.GetError();
+        return section.GetError();
     }
-    return ReadContent(file, *document);
+    return ReadContent(file, *section, text);
 }
 
 }  // namespace tvx::host

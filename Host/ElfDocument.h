@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Host/DocumentText.h"
 #include "Host/ModuleFile.h"
 
 #include <string>
@@ -11,7 +12,7 @@ namespace tvx::host
 
 inline constexpr std::string_view ElfMagic = "\177ELF";
 
-// The bytes of the section .plugcfg of a file that starts with ElfMagic, for whatever processor it was made.
-Outcome<std::string> ReadElfDocument(ModuleFile& file);
+// The bytes of the section that holds a text, of a file that starts with ElfMagic, for whatever processor it was made.
+Outcome<std::string> ReadElfText(ModuleFile& file, const EmbeddedText& text);
 
 }  // namespace tvx::host

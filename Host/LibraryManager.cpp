@@ -3,7 +3,10 @@
 
 #include "Host/ExportProxy.h"
 #include "Host/LibManagerFace.h"
+#include "Host/PluginMetadata.h"
+#include "Host/SettingsMap.h"
 #include "Interfaces/IImportsContainer.h"
+#include "Interfaces/ITVXPlugin.h"
 
 #include <algorithm>
 
@@ -37,6 +40,8 @@ LibraryManager::~LibraryManager()
     {
         if (const auto imports = Query<IImportsContainer>(object))
             imports->ClearImports();
+        if (const auto plugin = Query<ITVXPlugin>(object))
+            plugin->SetMetadataMap(nullptr);
     }
     exports_.clear();
     offered_.clear();
@@ -94,6 +99,7 @@ Outcome<Ref<IObjectBase>> LibraryManager::Fetch(const ExportPlace& place)
     exports_.emplace(place.entry->id, *object);  // before the object hears of its imports: it may ask for itself
     if (imports)
         Connect(*imports, *proxies);
+    TellMetadata(place, **object);
     return object;
 }
 
@@ -144,6 +150,23 @@ Ref<IObjectBase> LibraryManager::MakeProxy(const std::string& contract)
     if (place.entry == nullptr)
         return nullptr;
     return MakeRef<ExportProxy>([face = face_, id = place.entry->id] { return face->FetchExport(id); });
+}
+
+// Without an export that makes settings maps a plug-in object goes without its metadata.
+void LibraryManager::TellMetadata(const ExportPlace& place, IObjectBase& object)
+{
+    const auto plugin = Query<ITVXPlugin>(&object);
+    if (!plugin)
+        return;
+    const auto map = MakeSettingsMap(*this);
+    if (!map)
+    {
+        importProblems_.push_back(map.GetError());
+        return;
+    }
+    const auto build = ReadBuildInformation(catalog_.GetModules()[place.module].file);
+    WriteMetadata(**map, *place.entry, build ? *build : BuildInformation());
+    plugin->SetMetadataMap(map->Get());
 }
 
 Error LibraryManager::Refused(std::string_view id, const char* interfaceId)

@@ -17,7 +17,8 @@ namespace tvx::host
 
 class LibManagerFace;
 
-// Loads the modules of a catalogue as their exports are asked for, and connects the exports with their imports.
+// Loads the modules of a catalogue as their exports are asked for, connects the exports with their imports, and tells plug-in
+// objects (ITVXPlugin) what their documents and builds say of them.
 //
 // A module stays mapped until the manager dies. By then the program has to have released every object that it got through
 // the manager or made with one of those. Its destruction clears the imports that it has set, releases the exports and unmaps
@@ -86,6 +87,7 @@ private:
     Outcome<Proxies> MakeProxies(const Export& entry);
     static void Connect(IImportsContainer& imports, const Proxies& proxies);
     Ref<IObjectBase> MakeProxy(const std::string& contract);
+    void TellMetadata(const ExportPlace& place, IObjectBase& object);
 
     ModuleCatalog catalog_;
     std::deque<Loaded> modules_;  // stay where they are: a module at work may have another one loaded

@@ -10,8 +10,6 @@
 namespace tvx::tool
 {
 
-constexpr const char SettingsMapExport[] = "com.talvere.general.tvx.GenericSimpleMapImplementation/1.1";
-
 // A library manager and an empty settings map made through it, which goes before the manager.
 class SettingsSession
 {
@@ -28,8 +26,5 @@ private:
     host::LibraryManager manager_;
     Ref<ISimpleMap> map_;
 };
-
-// A new map out of the manager's settings map factory.
-host::Outcome<Ref<ISimpleMap>> MakeSettingsMap(host::LibraryManager& manager);
 
 }  // namespace tvx::tool

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Host/Outcome.h"
+
+#include <filesystem>
+#include <string>
+
+namespace tvx::host
+{
+
+// What a module's file says of its own build; both are empty where it says nothing.
+struct BuildInformation
+{
+    std::string version;
+    std::string comment;
+};
+
+// Reads it without running any of the module's code.
+// Fails: as ReadEmbeddedText, but for a module that says nothing.
+Outcome<BuildInformation> ReadBuildInformation(const std::filesystem::path& file);
+
+}  // namespace tvx::host
