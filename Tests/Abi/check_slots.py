@@ -19,7 +19,14 @@ import cpp_text  # noqa: E402
 NAMES_IN_C = {("IUserDataContainer", 13): "GetConstUserData"}
 
 # Behind the interfaces: what a class adds to the table itself.
-BEHIND = {("SimpleMap", 29): "FireChanged", ("SimpleMap", 30): "FireBatchUpdatingModeChanged"}
+BEHIND = {
+    ("SimpleMap", 29): "FireChanged",
+    ("SimpleMap", 30): "FireBatchUpdatingModeChanged",
+    ("Collection", 32): "FireItemAdded",
+    ("Collection", 33): "FireItemRemoved",
+    ("Collection", 34): "FireItemMoved",
+    ("Collection", 35): "FireUpdated",
+}
 
 
 def declared_slots(root):

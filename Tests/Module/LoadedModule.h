@@ -19,12 +19,16 @@ constexpr const char VariantExport[] = "com.talvere.general.tvx.GenericVariantIm
 constexpr const char SimpleMapExport[] = "com.talvere.general.tvx.GenericSimpleMapImplementation/1.1";
 
 // The exports that the module serves, and those that its document announces and a later version brings.
-constexpr const char* ServedExports[] = {StringExport, VariantExport, SimpleMapExport};
-constexpr const char* LaterExports[] = {
+constexpr const char* ServedExports[] = {
+    StringExport,
+    VariantExport,
     "com.talvere.general.tvx.GenericMapImplementation/1.1",
+    SimpleMapExport,
     "com.talvere.general.tvx.GenericCollectionImplementation/1.1",
-    "com.talvere.general.tvx.GenericImageImplementation/1.0",
     "com.talvere.general.tvx.GenericVariantArrayImplementation/1.0",
+};
+constexpr const char* LaterExports[] = {
+    "com.talvere.general.tvx.GenericImageImplementation/1.0",
     "com.talvere.general.tvx.BasicLogger/1.0",
 };
 

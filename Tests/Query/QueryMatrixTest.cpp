@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Helpers/Ref.h"
 #include "InterfacesHelpers/UserDataContainer.h"
+#include "Src/CVariantArray.h"
+#include "Src/Collection.h"
+#include "Src/CollectionFactory.h"
+#include "Src/Map.h"
 #include "Src/SimpleMap.h"
 #include "Src/SimpleMapFactory.h"
 #include "Src/SimpleMapIterator.h"
@@ -133,6 +137,44 @@ Subject MakeVariantFactory()
                        Through<IDeserializable, IDeserializable>>(MakeRef<VariantFactory>());
 }
 
+Subject MakeMap()
+{
+    return MakeSubject<Through<IMap, IMap, IObject, IObjectBase>, Through<ISerializable, ISerializable>>(
+        MakeRef<Map>());
+}
+
+Subject MakeMapFactory()
+{
+    return MakeSubject<Through<IMapFactory, IMapFactory, IObject, IObjectBase>,
+                       Through<IDeserializable, IDeserializable>>(MakeRef<MapFactory>());
+}
+
+Subject MakeCollection()
+{
+    return MakeSubject<Through<ICollection2, ICollection2, ICollection, IObject, IObjectBase>,
+                       Through<ISerializable, ISerializable>>(MakeRef<Collection>());
+}
+
+Subject MakeCollectionFactory()
+{
+    return MakeSubject<Through<ICollectionFactory, ICollectionFactory, IObject, IObjectBase>,
+                       Through<IDeserializable, IDeserializable>, Through<ITVXPlugin, ITVXPlugin, IConstTVXPlugin>>(
+        MakeRef<CollectionFactory>());
+}
+
+Subject MakeVariantArray()
+{
+    return MakeSubject<Through<IVariantArray, IVariantArray, IObject, IObjectBase>,
+                       Through<ISerializable, ISerializable>>(MakeRef<CVariantArray>());
+}
+
+// The one class whose IObject is not its primary face.
+Subject MakeVariantArrayFactory()
+{
+    return MakeSubject<Through<IDeserializable, IDeserializable, IObjectBase>, Through<IFactory, IFactory, IObject>>(
+        MakeRef<CVariantArrayFactory>());
+}
+
 struct Row
 {
     const char* name;
@@ -160,6 +202,12 @@ constexpr Row Rows[] = {
     {"CSimpleMapFactory", &MakeSimpleMapFactory},
     {"CSimpleMapIterator", &MakeIterator<CSimpleMapIterator, ISimpleMapIterator, EntryTable>},
     {"CSimpleMapIteratorNoSubMaps", &MakeIterator<CSimpleMapIteratorNoSubMaps, ISimpleMapIterator, EntryTable>},
+    {"Map", &MakeMap},
+    {"MapFactory", &MakeMapFactory},
+    {"Collection", &MakeCollection},
+    {"CollectionFactory", &MakeCollectionFactory},
+    {"CVariantArray", &MakeVariantArray},
+    {"CVariantArrayFactory", &MakeVariantArrayFactory},
     {"CUserDataIterator", &MakeIterator<CUserDataIterator, IUserDataIterator, UserDataTable>},
 };
 
