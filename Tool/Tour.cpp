@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Tool/Tour.h"
 
-#include "Helpers/ClassImpl.h"
-#include "Host/HostString.h"
-#include "Host/ModuleFile.h"
 #include "Host/SettingsJson.h"
+#include "Host/SettingsMap.h"
 #include "Host/TextFile.h"
 #include "Interfaces/ISerializable.h"
-#include "Interfaces/IVariant.h"
 #include "Platform/StandardStreams.h"
-#include "Tool/SettingsSession.h"
+#include "Tool/Narration.h"
 
 #include <iostream>
 
@@ -20,29 +17,6 @@ namespace
 {
 
 constexpr const char JsonContract[] = "com.talvere.serializers.JSONSerializerContract/1.0";
-
-template <class... Parts>
-void Say(const Parts&... parts)
-{
-    static_cast<void>((Platform::GetStandardOutput() << ... << parts) << '\n');
-}
-
-// Says every event that reaches it.
-class Narrator final : public ClassImpl<Narrator, IEventHandler>
-{
-public:
-    using Interfaces = InterfaceList<IEventHandler, IObject, IObjectBase>;
-
-    Result OnEvent(IObject*, const char* interfaceId, const char* eventName, std::uint64_t param,
-                   std::uint64_t) override
-    {
-        bool mode = false;
-        auto* const variant = reinterpret_cast<IVariant*>(param);
-        const bool hasMode = variant != nullptr && variant->GetBool(&mode) == TVX_OK;
-        Say("  event  \"", eventName, "\"", hasMode ? (mode ? " (true)" : " (false)") : "", " of ", interfaceId);
-        return TVX_OK;
-    }
-};
 
 std::string GetText(ISimpleMap& map, const char* key)
 {
@@ -76,38 +50,6 @@ int CountEqualEntries(ISimpleMap& left, ISimpleMap& right)
     return one->GetKey() == nullptr && other->GetKey() == nullptr ? count : -1;
 }
 
-// The JSON text that a fresh serializer makes of an object, through its two faces.
-Result WriteToText(ISerializerFactory& factory, IObjectBase* object, std::string& text)
-{
-    Ref<ISerializer> writer;
-    factory.CreateSerializer(writer.Receive());
-    const auto document = Query<IStringSerializer>(writer.Get());
-    if (!document)
-        return TVX_E_NOINTERFACE;
-    document->Begin();
-    writer->WriteNamedObject("Settings", object);
-    Ref<IString> made;
-    const auto ended = document->End();
-    const auto result = TVX_FAILED(ended) ? ended : document->GetText(made.Receive());
-    if (made)
-        text = made->GetText();
-    return result;
-}
-
-Result ReadFromText(ISerializerFactory& factory, const std::string& text, Ref<IObjectBase>& object)
-{
-    Ref<IDeserializer> reader;
-    factory.CreateDeserializer(reader.Receive());
-    const auto document = Query<IStringDeserializer>(reader.Get());
-    if (!document)
-        return TVX_E_NOINTERFACE;
-    document->SetText(MakeRef<host::HostString>(text).Get());
-    document->Begin();
-    const auto result = reader->ReadNamedObject("Settings", object.Receive());
-    document->End();
-    return result;
-}
-
 }  // namespace
 
 Tour::Tour(host::ModuleCatalog catalog, std::string file) : catalog_(std::move(catalog)), file_(std::move(file)) {}
@@ -116,7 +58,7 @@ ExitCode Tour::Run()
 {
     Say("A tour of TVX Generic Plugins on ", file_);
     const bool whole = ShowDocuments() && LoadModules() && WriteInBatch() && ReadTyped() && ReadSubMap() &&
-                       KeepObject() && SerialiseMap() && ReadMapBack();
+                       KeepObject() && UseContainers() && SerialiseMap() && ReadMapBack();
     if (whole)
         Unload();
     if (!Platform::GetStandardOutput().flush() && code_ == Ok)
@@ -143,7 +85,7 @@ bool Tour::LoadModules()
     OpenChapter("Load them. The settings map export imports a JSON serializer; the host finds it by its contract.");
     const auto json = catalog_.FindByContract(JsonContract);
     manager_ = std::make_unique<host::LibraryManager>(catalog_);
-    auto map = MakeSettingsMap(*manager_);
+    auto map = host::MakeSettingsMap(*manager_);
     if (!map)
         return Fail(map.GetError());
     map_ = std::move(*map);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Host/LibraryManager.h"
+#include "Interfaces/ICollection.h"
 #include "Interfaces/ISerializerFactory.h"
 #include "Interfaces/ISimpleMap.h"
 #include "Tool/Console.h"
@@ -31,11 +32,13 @@ private:
     bool ReadTyped();
     bool ReadSubMap();
     bool KeepObject();
+    bool UseContainers();
     bool SerialiseMap();
     bool ReadMapBack();
     void Unload();
 
     void SwitchBatchOff(std::size_t count);
+    bool RepeatCollection(ICollection& collection);
     void OpenChapter(std::string_view title);
     bool Fail(const host::Error& error);
     // Fails when result is not the one wanted. A key that is there or not makes it the settings file's fault.
