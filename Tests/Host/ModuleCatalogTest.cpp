@@ -142,7 +142,7 @@ TEST(ModuleCatalog, ReportsAFolderThatCannotBeListed)
     std::filesystem::create_directory(closed);
     std::filesystem::permissions(closed, std::filesystem::perms::none);
     std::error_code failed;
-    std::filesystem::directory_iterator(closed, failed);
+    const std::filesystem::directory_iterator listing(closed, failed);
     if (!failed)
         GTEST_SKIP() << "this user may list every folder";
     const auto catalog = test::MakeCatalog({closed});

@@ -67,7 +67,7 @@ public:
 
 TEST(EventThreads, SubscribeUnsubscribeAndFireOnOneObject)
 {
-    constexpr int Rounds = 300;
+    constexpr int rounds = 300;
     const auto source = MakeRef<EventSource>();
     const auto steady = MakeRef<CountingHandler>();
     std::vector<Ref<CountingHandler>> handlers;
@@ -78,16 +78,16 @@ TEST(EventThreads, SubscribeUnsubscribeAndFireOnOneObject)
         [&](int number)
         {
             auto& own = *handlers[static_cast<std::size_t>(number)];
-            for (int i = 0; i < Rounds; ++i)
+            for (int i = 0; i < rounds; ++i)
             {
                 source->Subscribe(&own);
                 source->FireChanged();
                 source->Unsubscribe(&own);
             }
         });
-    EXPECT_EQ(steady->events, ThreadCount * Rounds);
+    EXPECT_EQ(steady->events, ThreadCount * rounds);
     for (const auto& handler : handlers)
-        EXPECT_GE(handler->events, Rounds);
+        EXPECT_GE(handler->events, rounds);
     for (const auto& handler : handlers)
         handler->events = 0;
     source->FireChanged();
@@ -97,10 +97,10 @@ TEST(EventThreads, SubscribeUnsubscribeAndFireOnOneObject)
 
 TEST(EventThreads, MakeTheListsOfAnObjectOnceWhenTheyComeFirstTogether)
 {
-    constexpr int Objects = 300;
+    constexpr int objectCount = 300;
     const auto handler = MakeRef<CountingHandler>();
     std::vector<Ref<EventSource>> sources;
-    for (int i = 0; i < Objects; ++i)
+    for (int i = 0; i < objectCount; ++i)
         sources.push_back(MakeRef<EventSource>());
     RunTogether(
         [&](int number)
@@ -114,9 +114,9 @@ TEST(EventThreads, MakeTheListsOfAnObjectOnceWhenTheyComeFirstTogether)
         });
     for (const auto& source : sources)
         source->FireChanged();
-    EXPECT_EQ(handler->events, Objects * ThreadCount);
+    EXPECT_EQ(handler->events, objectCount * ThreadCount);
     sources.clear();
-    EXPECT_EQ(handler->events, Objects * ThreadCount * 3 / 2);
+    EXPECT_EQ(handler->events, objectCount * ThreadCount * 3 / 2);
 }
 
 TEST(EventThreads, DestroyObjectsWhileOthersFire)

@@ -58,9 +58,9 @@ TEST(ReferenceCountThreads, LoseNoReference)
 
 TEST(ReferenceCountThreads, DestroyAnObjectOnceAndAfterEveryUse)
 {
-    constexpr int Rounds = 200;
+    constexpr int rounds = 200;
     std::atomic<int> deaths = 0;
-    for (int round = 0; round < Rounds; ++round)
+    for (int round = 0; round < rounds; ++round)
     {
         auto object = MakeRef<Mortal>(deaths);
         std::vector<Ref<Mortal>> holders(ThreadCount, object);
@@ -72,7 +72,7 @@ TEST(ReferenceCountThreads, DestroyAnObjectOnceAndAfterEveryUse)
                 EXPECT_NE(mine->GetDataSize(), 0u);
             });
     }
-    EXPECT_EQ(deaths, Rounds);
+    EXPECT_EQ(deaths, rounds);
 }
 
 }  // namespace tvx::test

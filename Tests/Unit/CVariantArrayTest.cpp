@@ -189,14 +189,14 @@ TEST_F(CVariantArrayTest, EndsWritingAtAnElementThatCannotBeWritten)
 
 TEST_F(CVariantArrayTest, TellsTheFormatOfItsFactory)
 {
-    constexpr const char Format[] = "com.talvere.general.tvx.GenericVariantArrayImplementationFormat/1.0";
+    constexpr const char format[] = "com.talvere.general.tvx.GenericVariantArrayImplementationFormat/1.0";
     Ref<IString> text;
     EXPECT_EQ(array->GetFormatId(text.Receive()), TVX_OK);
-    EXPECT_STREQ(text->GetText(), Format);
+    EXPECT_STREQ(text->GetText(), format);
     EXPECT_TRUE(text->IsUnique());
     const auto factory = MakeRef<CVariantArrayFactory>();
     EXPECT_EQ(factory->GetFormatId(text.Receive()), TVX_OK);
-    EXPECT_STREQ(text->GetText(), Format);
+    EXPECT_STREQ(text->GetText(), format);
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(array->GetFormatId(nullptr), TVX_E_POINTER); }), "");
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(factory->GetFormatId(nullptr), TVX_E_POINTER); }), "");
 }

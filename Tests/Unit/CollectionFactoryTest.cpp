@@ -52,13 +52,13 @@ TEST(CollectionFactory, MakesIndependentEmptyCollections)
 
 TEST(CollectionFactory, TellsTheFormatOfItsCollections)
 {
-    constexpr const char Format[] = "com.talvere.general.tvx.GenericCollectionImplementationFormat/1.0";
+    constexpr const char format[] = "com.talvere.general.tvx.GenericCollectionImplementationFormat/1.0";
     const auto factory = MakeRef<CollectionFactory>();
     Ref<IString> text;
     EXPECT_EQ(factory->GetFormatId(text.Receive()), TVX_OK);
-    EXPECT_STREQ(text->GetText(), Format);
+    EXPECT_STREQ(text->GetText(), format);
     EXPECT_EQ(MakeRef<Collection>()->GetFormatId(text.Receive()), TVX_OK);
-    EXPECT_STREQ(text->GetText(), Format);
+    EXPECT_STREQ(text->GetText(), format);
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(factory->GetFormatId(nullptr), TVX_E_POINTER); }), "");
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(MakeRef<Collection>()->GetFormatId(nullptr), TVX_E_POINTER); }), "");
 }

@@ -123,10 +123,10 @@ protected:
     {
         expected.clear();
         using Operation = void (CollectionModel::*)();
-        constexpr Operation Operations[] = {&CollectionModel::Insert,   &CollectionModel::InsertBefore,
+        constexpr Operation operations[] = {&CollectionModel::Insert,   &CollectionModel::InsertBefore,
                                             &CollectionModel::RemoveAt, &CollectionModel::Remove,
                                             &CollectionModel::Move,     &CollectionModel::MoveBefore};
-        (this->*Operations[Pick(std::size(Operations))])();
+        (this->*operations[Pick(std::size(operations))])();
     }
 
     // The reports of refused steps are expected; they are shown only beside a failure.

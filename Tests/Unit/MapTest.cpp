@@ -168,15 +168,15 @@ TEST(Map, DoesNotLookAtWhatTheWriterAnswers)
 
 TEST(Map, TellsItsFormatLikeItsFactory)
 {
-    constexpr const char Format[] = "com.talvere.general.tvx.GenericMapImplementationFormat/1.1";
+    constexpr const char format[] = "com.talvere.general.tvx.GenericMapImplementationFormat/1.1";
     const auto map = MakeRef<Map>();
     const auto factory = MakeRef<MapFactory>();
     Ref<IString> text;
     EXPECT_EQ(map->GetFormatId(text.Receive()), TVX_OK);
-    EXPECT_STREQ(text->GetText(), Format);
+    EXPECT_STREQ(text->GetText(), format);
     EXPECT_TRUE(text->IsUnique());
     EXPECT_EQ(factory->GetFormatId(text.Receive()), TVX_OK);
-    EXPECT_STREQ(text->GetText(), Format);
+    EXPECT_STREQ(text->GetText(), format);
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(map->GetFormatId(nullptr), TVX_E_POINTER); }), "");
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(factory->GetFormatId(nullptr), TVX_E_POINTER); }), "");
 }
