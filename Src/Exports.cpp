@@ -52,6 +52,12 @@ public:
     catch (...)  // without memory what is registered so far is served
     {
     }
+
+    // Made last, it goes first: nothing is given away any more when the singletons begin to go.
+    ~ModuleLoad() { PlugDLL::Clear(); }
+
+    ModuleLoad(const ModuleLoad&) = delete;
+    ModuleLoad& operator=(const ModuleLoad&) = delete;
 };
 
 ModuleLoad moduleLoad;
@@ -69,5 +75,7 @@ try
 }
 catch (...)  // want of memory for the registry
 {
+    if (out != nullptr)
+        *out = nullptr;
     return tvx::TVX_E_FAIL;
 }

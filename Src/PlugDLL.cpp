@@ -30,6 +30,12 @@ PlugDLL* PlugDLL::GetInstance()
     return instance;
 }
 
+void PlugDLL::Clear() noexcept
+{
+    if (instance != nullptr)
+        instance->exports_.clear();
+}
+
 PlugDLL::PlugDLL()
 {
     Platform::WriteLine({"PlugDLL created"});

@@ -24,6 +24,10 @@ public:
     // Makes the registry at the first call. Null once the module is unloading.
     static PlugDLL* GetInstance();
 
+    // Forgets every export, if the registry was ever made. The module is unloading: its objects go one by one from here on,
+    // and their last handlers may still ask for others.
+    static void Clear() noexcept;
+
     // Lists object, which may be null, under id, in place of an earlier one.
     void RegisterExport(const char* id, IObjectBase* object);
 

@@ -8,8 +8,11 @@
 #include <gtest/gtest.h>
 
 #include <future>
+#include <iterator>
 #include <memory>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,6 +39,44 @@ bool HoldsInChild(Check&& check)
         _exit(check() ? 0 : 1);
     int status = -1;
     return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+// The function itself, to be called while the module is on its way out.
+GetExportFunction FindGetExport()
+{
+    std::string reason;
+    const auto library = Platform::DynamicLibrary::Load(TVX_MODULE_FILE, reason);
+    return reinterpret_cast<GetExportFunction>(library.FindSymbol(GetExportName));
+}
+
+// The face of an export that takes subscriptions; the string export refuses IObject.
+Ref<IObject> GetObject(const LoadedModule& module, const char* id)
+{
+    auto object = module.Get<IObject>(id);
+    return object ? object : Ref<IObject>(module.Get<IStringFactory>(id));
+}
+
+// Subscribes handler to "Destroyed" of every export, with the place of the export in the table.
+void SubscribeToAll(const LoadedModule& module, IEventHandler& handler)
+{
+    for (std::size_t place = 0; place < std::size(ServedExports); ++place)
+        GetObject(module, ServedExports[place])->SubscribeDestroyed(&handler, place);
+}
+
+// How many of the exports are refused with -1 and null.
+std::size_t CountRefused(GetExportFunction getExport)
+{
+    const auto mark = MakeRef<BareObject>();
+    std::size_t refused = 0;
+    for (const char* const id : ServedExports)
+    {
+        IObjectBase* out = mark.Get();
+        const auto result = getExport(id, &out);
+        const auto given = Ref<IObjectBase>::Adopt(result == TVX_OK ? out : nullptr);
+        if (result == TVX_E_FAIL && out == nullptr)
+            ++refused;
+    }
+    return refused;
 }
 
 bool BelongsToThisThread(const LoadedModule& module)
@@ -106,6 +147,30 @@ TEST(ModuleLoad, DestroysTheExportsWhenUnloaded)
     EXPECT_TRUE(handler->events.empty());
     module.reset();
     EXPECT_EQ(handler->GetNames(), (std::vector<std::string>{"Destroyed", "Destroyed"}));
+}
+
+TEST(ModuleLoad, DestroysTheExportsInTheReverseOrderOfTheirRegistration)
+{
+    const auto handler = MakeRef<RecordingHandler>();
+    auto module = std::make_unique<LoadedModule>();
+    SubscribeToAll(*module, *handler);
+    module.reset();
+    ASSERT_EQ(handler->events.size(), std::size(ServedExports));
+    for (std::size_t i = 0; i < handler->events.size(); ++i)
+        EXPECT_EQ(handler->events[i].userData, handler->events.size() - 1 - i);
+}
+
+TEST(ModuleLoad, GivesNoExportAwayWhileItIsUndone)
+{
+    const auto handler = MakeRef<RecordingHandler>();
+    auto module = std::make_unique<LoadedModule>();
+    const auto getExport = FindGetExport();
+    std::vector<std::size_t> refused;
+    handler->action = [&](const SeenEvent&) { refused.push_back(CountRefused(getExport)); };
+    SubscribeToAll(*module, *handler);
+    EXPECT_EQ(CountRefused(getExport), 0u);
+    EXPECT_EQ(CaptureOutput([&] { module.reset(); }), "PlugDLL deleted\n");
+    EXPECT_EQ(refused, std::vector<std::size_t>(std::size(ServedExports), std::size(ServedExports)));
 }
 
 TEST(ModuleLoad, LetsAThreadThatUsedTheModuleEndAfterItsUnloading)

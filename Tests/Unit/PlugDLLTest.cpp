@@ -106,4 +106,15 @@ TEST_F(PlugDLLTest, RefusesAnExportThatCouldNotBeMade)
     EXPECT_TRUE(Refuses("test.A/1.0"));
 }
 
+TEST_F(PlugDLLTest, ForgetsEveryExportAndKeepsTheirObjectsAlone)
+{
+    registry.RegisterExport("test.A/1.0", object.Get());
+    registry.RegisterExport("test.B/1.0", object.Get());
+    PlugDLL::Clear();
+    EXPECT_TRUE(Refuses("test.A/1.0"));
+    EXPECT_TRUE(Refuses("test.B/1.0"));
+    EXPECT_EQ(object->GetRefCount(), 1u);
+    EXPECT_EQ(PlugDLL::GetInstance(), &registry);
+}
+
 }  // namespace tvx::test
