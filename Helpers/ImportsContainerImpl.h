@@ -6,6 +6,7 @@
 #include "Interfaces/IImportsContainer.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -47,8 +48,8 @@ public:
     static Ref<Wanted> GetImport(std::string_view name)
     {
         const auto instance = T::GetOrMake();
-        const Ref<IObjectBase>* const import = instance ? instance->FindImport(name) : nullptr;
-        if (import == nullptr)
+        const auto import = instance ? instance->FindImport(name) : std::nullopt;
+        if (!import)
         {
             Platform::WriteLine({"LibManager: NULL object proxy returned for \"", name, "\"."});
             return nullptr;
@@ -69,10 +70,14 @@ protected:
 private:
     using Imports = std::map<std::string, Ref<IObjectBase>, std::less<>>;
 
-    const Ref<IObjectBase>* FindImport(std::string_view name) const
+    // Nothing when the import was never set; it may also have been set to null. The reference keeps the import alive while
+    // its own code runs, which may empty the table.
+    std::optional<Ref<IObjectBase>> FindImport(std::string_view name) const
     {
         const auto found = imports_.find(name);
-        return found == imports_.end() ? nullptr : &found->second;
+        if (found == imports_.end())
+            return std::nullopt;
+        return found->second;
     }
 
     template <class Wanted>

@@ -12,10 +12,12 @@ namespace tvx
 class TVXPluginImpl : public ITVXPlugin
 {
 public:
+    // The map stays alive during the call, in which its own code may replace it here.
     Result GetMetadata(const char* key, IString** out) override
     {
-        TVX_CHECK_PRECOND(metadata_);
-        return metadata_->GetString(key, out);
+        const auto metadata = metadata_;
+        TVX_CHECK_PRECOND(metadata);
+        return metadata->GetString(key, out);
     }
 
     Result GetId(IString** out) override { return GetMetadata("id", out); }

@@ -23,6 +23,11 @@ Result ReadItem(IDeserializer& reader, ICollection& collection)
 
 }  // namespace
 
+CollectionFactory::~CollectionFactory()
+{
+    TVXPluginImpl::SetMetadataMap(nullptr);
+}
+
 Result CollectionFactory::CreateCollection(ICollection** out)
 {
     return HandOutNew<Collection>(out);

@@ -19,12 +19,15 @@ public:
     using Interfaces =
         InterfaceList<ICollectionFactory, IObject, IObjectBase, IDeserializable, ITVXPlugin, IConstTVXPlugin>;
 
+    // The metadata map is released before "Destroyed" fires.
+    ~CollectionFactory();
+
     Result CreateCollection(ICollection** out) override;
 
     Result GetFormatId(IString** out) override;
 
     // Gives -1, with a report, for a failed read and for an item that is null or has no IObject face, and -4, with a
-    // report, for a null pointer.
+    // report, for a null pointer. An item that the collection cannot grow for is left out, which is no failure here.
     Result Deserialize(IDeserializer* reader, IObjectBase** out) override;
 };
 

@@ -81,6 +81,24 @@ TEST(CollectionFactory, IsThePluginObjectOfItsModule)
     EXPECT_TRUE(metadata->IsUnique());
 }
 
+TEST(CollectionFactory, ReleasesItsMetadataBeforeItTellsThatItIsDestroyed)
+{
+    bool released = false;
+    bool releasedBefore = false;
+    auto factory = MakeRef<CollectionFactory>();
+    auto metadata = MakeRef<SimpleMap>();
+    metadata->SetUserData("probe", MakeRef<ProbeObject>(&released).Get());
+    factory->SetMetadataMap(metadata.Get());
+    metadata = nullptr;
+    const auto handler = MakeRef<RecordingHandler>();
+    handler->action = [&](const SeenEvent&) { releasedBefore = released; };
+    factory->SubscribeDestroyed(handler.Get(), 0);
+    EXPECT_FALSE(released);
+    factory = nullptr;
+    EXPECT_EQ(handler->GetNames(), std::vector<std::string>{"Destroyed"});
+    EXPECT_TRUE(releasedBefore);
+}
+
 TEST_F(CollectionReading, RebuildsTheItemsInOrder)
 {
     const auto other = MakeRef<ProbeObject>();
@@ -139,6 +157,21 @@ TEST_F(CollectionReading, ReportsNullPointers)
     EXPECT_TRUE(IsReport(noOut, "TVX_RETURN_EPOINTER_IF_NULL", Source));
     EXPECT_EQ(out, mark.Get());
     EXPECT_TRUE(reader->calls.empty());
+}
+
+TEST_F(CollectionReading, GivesACollectionAsANewOneWithOneReferenceForEachPlace)
+{
+    const auto other = MakeRef<ProbeObject>();
+    reader->items = {Ref<IObjectBase>(item), Ref<IObjectBase>(other), Ref<IObjectBase>(item)};
+    EXPECT_EQ(Read(), TVX_OK);
+    reader->items.clear();
+    const auto object = Ref<IObjectBase>::Adopt(out);
+    EXPECT_TRUE(object->IsUnique());
+    EXPECT_EQ(item->GetRefCount(), 3U);
+    EXPECT_EQ(other->GetRefCount(), 2U);
+    bool enabled = false;
+    EXPECT_EQ(Query<ICollection>(object)->GetEventsEnabled(&enabled), TVX_OK);
+    EXPECT_TRUE(enabled);
 }
 
 }  // namespace tvx::test

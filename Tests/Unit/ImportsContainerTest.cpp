@@ -7,6 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <new>
+#include <string>
+#include <utility>
+
 namespace tvx::test
 {
 
@@ -31,6 +36,45 @@ public:
     ~LastWords() { action_(); }
 
 private:
+    std::function<void()> action_;
+};
+
+// An export with imports that cannot be made for want of memory.
+class Unmakeable final : public ClassImpl<Unmakeable, ImportsContainerImpl<Unmakeable>>,
+                         public Singleton<Unmakeable, IImportsContainer>
+{
+public:
+    using Interfaces = InterfaceList<IImportsContainer, IObject, IObjectBase>;
+
+    Unmakeable() { throw std::bad_alloc(); }
+};
+
+// An import that runs an action of the test's own inside its query, and then answers with its own members.
+class ActingProxy final : public ClassImpl<ActingProxy, IExportProxy>
+{
+public:
+    using Interfaces = InterfaceList<IExportProxy, IObject, IObjectBase>;
+
+    ActingProxy(Ref<IObjectBase> object, std::function<void()> action)
+        : object_(std::move(object)),
+          action_(std::move(action))
+    {
+    }
+
+    Result QueryInterface(const char* id, void** out) override
+    {
+        action_();
+        return ClassImpl::QueryInterface(id, out);
+    }
+
+    Result GetExportObject(IObjectBase** out) override
+    {
+        HandOut(object_.Get(), out);
+        return TVX_OK;
+    }
+
+private:
+    Ref<IObjectBase> object_;
     std::function<void()> action_;
 };
 
@@ -170,9 +214,33 @@ TEST_F(ImportsContainerTest, GivesTheInterfaceOfTheImportedObjectWithOneReferenc
     EXPECT_EQ(manager->GetRefCount(), before);
 }
 
+TEST_F(ImportsContainerTest, KeepsAnImportAliveWhoseQueryClearsTheImports)
+{
+    const auto manager = MakeRef<RecordingLibManager>();
+    std::uint32_t countInQuery = 0;
+    const auto clear = [&]
+    {
+        importer->ClearImports();
+        countInQuery = manager->GetRefCount();
+    };
+    importer->SetImport("LibManager", MakeRef<ActingProxy>(manager, clear).Get());
+    EXPECT_EQ(Lookup("LibManager"), "");
+    EXPECT_EQ(found.Get(), manager.Get());
+    EXPECT_EQ(countInQuery, 2u);            // ours and the import's, which is still there
+    EXPECT_EQ(manager->GetRefCount(), 2u);  // ours and found: the import is gone
+    EXPECT_EQ(Lookup("LibManager"), "LibManager: NULL object proxy returned for \"LibManager\".\n");
+}
+
 TEST_F(ImportsContainerTest, SaysThatAnImportWasNeverSet)
 {
     EXPECT_EQ(Lookup("LibManager"), "LibManager: NULL object proxy returned for \"LibManager\".\n");
+    EXPECT_FALSE(found);
+}
+
+TEST_F(ImportsContainerTest, SaysThatAnImportIsAbsentWhenItsExportCannotBeMade)
+{
+    const auto output = CaptureOutput([&] { found = Unmakeable::GetImport<ILibManager>("LibManager"); });
+    EXPECT_EQ(output, "LibManager: NULL object proxy returned for \"LibManager\".\n");
     EXPECT_FALSE(found);
 }
 

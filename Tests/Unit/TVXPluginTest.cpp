@@ -19,6 +19,24 @@ public:
     using Interfaces = InterfaceList<ITVXPlugin, IConstTVXPlugin, IObject, IObjectBase>;
 };
 
+// A metadata map that takes itself away from its plug-in, and then answers with its own text.
+class LeavingMap final : public SimpleMap
+{
+public:
+    LeavingMap(Plugin& plugin, bool* died) : plugin_(plugin), died_(died) {}
+    ~LeavingMap() override { *died_ = true; }
+
+    Result GetString(const char* key, IString** out) override
+    {
+        plugin_.SetMetadataMap(nullptr);
+        return SimpleMap::GetString(key, out);
+    }
+
+private:
+    Plugin& plugin_;
+    bool* died_;
+};
+
 struct Getter
 {
     const char* key;
@@ -133,6 +151,21 @@ TEST(TVXPlugin, KnowsNothingAgainWhenItsMapIsTakenAway)
     plugin->SetMetadataMap(map.Get());
     EXPECT_EQ(plugin->SetMetadataMap(nullptr), TVX_OK);
     EXPECT_EQ(map->GetRefCount(), 1u);
+    EXPECT_TRUE(LacksAllMetadata(*plugin));
+}
+
+TEST(TVXPlugin, KeepsAMapAliveThatIsTakenAwayWhileItAnswers)
+{
+    const auto plugin = MakeRef<Plugin>();
+    bool died = false;
+    auto map = MakeRef<LeavingMap>(*plugin, &died);
+    map->SetString("id", "its text");
+    plugin->SetMetadataMap(map.Get());
+    map = nullptr;
+    Ref<IString> text;
+    EXPECT_EQ(plugin->GetId(text.Receive()), TVX_S_VALUE);
+    EXPECT_STREQ(text->GetText(), "its text");
+    EXPECT_TRUE(died);
     EXPECT_TRUE(LacksAllMetadata(*plugin));
 }
 
