@@ -64,8 +64,9 @@ public:
     // Slot 19. Writes every entry of source below path, in batch updating mode, which is restored afterwards.
     //   path    borrowed; empty copies the keys unchanged
     //   source  borrowed; may be the map itself
-    // Threads: one at a time. Fails: -1 with a report when path or source is null or source gives no iterator; a failed
-    // write ends it with the write's code.
+    // Threads: one at a time. Fails: -1 with a report when path or source is null or source gives no iterator, also for
+    // want of memory; -4 without one when memory is exhausted elsewhere; a failed write ends it with the write's code. What
+    // is written then stays, and the mode is restored also when there is no memory for its event.
     virtual Result SetSubMap(const char* path, ISimpleMap* source) = 0;
 
     // Slot 20. Reads back the object that SetObject wrote under key; 101 when the key is absent.

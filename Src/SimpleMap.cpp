@@ -221,10 +221,7 @@ try
     batchUpdating_ = mode;
     FireBatchUpdatingModeChanged(argument.Get());
     argument = nullptr;
-    if (batchUpdating_ || !changePending_)
-        return TVX_OK;
-    changePending_ = false;
-    FireChanged(nullptr);
+    FirePendingChange();
     return TVX_OK;
 }
 catch (...)  // want of memory, before anything changed
@@ -307,7 +304,7 @@ Result SimpleMap::CopyBelow(const std::string& prefix, ISimpleMapIterator& itera
     return TVX_OK;
 }
 
-// The mode is restored whatever happens in between.
+// The mode is restored whatever happens in between, without its own event when there is no memory for that.
 Result SimpleMap::WriteBelow(const std::string& prefix, ISimpleMapIterator& source)
 {
     const bool modeBefore = batchUpdating_;
@@ -316,6 +313,8 @@ Result SimpleMap::WriteBelow(const std::string& prefix, ISimpleMapIterator& sour
         return entered;
     const auto written = WriteEntries(prefix, source);
     const auto left = SetBatchUpdatingMode(modeBefore);
+    if (TVX_FAILED(left))
+        RestoreBatchUpdatingMode(modeBefore);
     return TVX_FAILED(written) ? written : left;
 }
 
@@ -333,6 +332,22 @@ try
 catch (...)  // want of memory
 {
     return TVX_E_POINTER;
+}
+
+// What was written while the mode was on is told, once it is off.
+void SimpleMap::FirePendingChange()
+{
+    if (batchUpdating_ || !changePending_)
+        return;
+    changePending_ = false;
+    FireChanged(nullptr);
+}
+
+// The switch that is left to make when its event cannot be made.
+void SimpleMap::RestoreBatchUpdatingMode(bool mode)
+{
+    batchUpdating_ = mode;
+    FirePendingChange();
 }
 
 // Events carry the primary face of the map.

@@ -61,6 +61,8 @@ private:
     static Result CopyBelow(const std::string& prefix, ISimpleMapIterator& iterator, ISimpleMap& target);
     Result WriteBelow(const std::string& prefix, ISimpleMapIterator& source);
     Result WriteEntries(const std::string& prefix, ISimpleMapIterator& source);
+    void FirePendingChange();
+    void RestoreBatchUpdatingMode(bool mode);
     IObject* GetSender() noexcept;
 
     EntryTable entries_;

@@ -73,6 +73,16 @@ inline bool IsBatchUpdating(ISimpleMap& map)
     return mode;
 }
 
+// An event of a settings map as a text: "Changed", "Mode true" or "Mode false".
+inline std::string DescribeMapEvent(const std::string& eventName, std::uint64_t param)
+{
+    if (eventName != "BatchUpdatingModeChanged")
+        return eventName;
+    bool mode = false;
+    reinterpret_cast<IVariant*>(static_cast<std::uintptr_t>(param))->GetBool(&mode);
+    return mode ? "Mode true" : "Mode false";
+}
+
 // The address that events of map carry as their sender.
 inline const void* SenderOf(SimpleMap& map)
 {

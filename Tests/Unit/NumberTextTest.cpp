@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Helpers/NumberText.h"
 
+#include "Tests/Support/CommaLocale.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cerrno>
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <initializer_list>
@@ -24,6 +25,7 @@ namespace
 using tvx::NumberText;
 using tvx::ReadDouble;
 using tvx::ReadInt;
+using tvx::test::CommaLocale;
 using IntLimits = std::numeric_limits<std::int32_t>;
 using DoubleLimits = std::numeric_limits<double>;
 
@@ -540,18 +542,12 @@ TEST(NumberText, IgnoresTheGlobalCppLocale)
 
 TEST(NumberText, IgnoresTheGlobalCLocale)
 {
-    const std::string previous = std::setlocale(LC_ALL, nullptr);
-    const std::array names{"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "fr_FR.utf8", "German_Germany"};
-    const bool isSet = std::any_of(names.begin(), names.end(),
-                                   [](const char* name) { return std::setlocale(LC_ALL, name) != nullptr; });
-    if (!isSet)
-    {
-        GTEST_SKIP() << "no locale with a decimal comma is installed";
-    }
-    const std::string point = std::localeconv()->decimal_point;
+    if (!CommaLocale::CanBeMade())
+        GTEST_SKIP() << "this system has no localedef";
+    const CommaLocale locale;
+    ASSERT_TRUE(locale.IsInForce());
+    EXPECT_EQ(Printed("%.*Lf", 1, 1234.5L), "1234,5");
     ExpectPointAndNoGrouping();
-    std::setlocale(LC_ALL, previous.c_str());
-    EXPECT_EQ(point, ",");
 }
 
 }  // namespace

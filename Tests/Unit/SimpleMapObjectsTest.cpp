@@ -33,6 +33,19 @@ public:
     Result result = TVX_OK;
 };
 
+// A map that gives a text of its own, whatever the key, also with a failure.
+class RewordingMap final : public SimpleMap
+{
+public:
+    Result GetString(const char*, IString** out) override
+    {
+        HandOut(MakeString("another text").Get(), out);
+        return result;
+    }
+
+    Result result = TVX_S_VALUE;
+};
+
 // A map out of batch mode with the entry "key", and the import "Serializer" behind it, which the factory double plays.
 // After each call the counts must be what they were before it, whichever step failed.
 class SimpleMapObjects : public testing::Test
@@ -242,6 +255,22 @@ TEST_F(SimpleMapObjects, AreReadByTheirObjectFaceWhicheverFaceTheReaderGave)
     Ref<IObject> out;
     EXPECT_EQ(map->GetObject("key", out.Receive()), TVX_OK);
     EXPECT_EQ(out.Get(), static_cast<IObject*>(object.Get()));
+}
+
+TEST_F(SimpleMapObjects, AreReadThroughGetString)
+{
+    const auto rewording = MakeRef<RewordingMap>();
+    Ref<IObject> out;
+    EXPECT_EQ(rewording->GetObject("key", out.Receive()), TVX_OK);
+    EXPECT_EQ(out.Get(), static_cast<IObject*>(object.Get()));
+    EXPECT_EQ(reader->calls.front(), "SetText another text");
+    reader->calls.clear();
+    rewording->result = -42;
+    const auto output = CaptureOutput([&] { EXPECT_EQ(rewording->GetObject("key", out.Receive()), -42); });
+    EXPECT_TRUE(IsReport(output, "TVX_FORWARD_FAILURE", Source));
+    EXPECT_FALSE(out);
+    EXPECT_EQ(reader->calls, Texts());
+    ExpectNothingLeaked();
 }
 
 TEST_F(SimpleMapObjects, AreAbsentAtOnceWithoutAskingTheSerializer)

@@ -76,6 +76,18 @@ public:
     }
 };
 
+// A map whose second write fails.
+class FailingMap final : public SimpleMap
+{
+public:
+    Result SetString(const char* key, const char* value) override
+    {
+        return ++writes == 2 ? -42 : SimpleMap::SetString(key, value);
+    }
+
+    int writes = 0;
+};
+
 Ref<ISimpleMap> GetSubMap(ISimpleMap& map, const char* path)
 {
     Ref<ISimpleMap> below;
@@ -173,6 +185,10 @@ TEST(SimpleMapSubMaps, ReportANullPathOrOut)
     EXPECT_EQ(out, mark.Get());
     output = CaptureOutput([&] { EXPECT_EQ(map->GetSubMap("a", nullptr), TVX_E_FAIL); });
     EXPECT_TRUE(IsReport(output, "TVX_RETURN_FAIL_IF_NULL", "Src/SimpleMap.cpp"));
+    output = CaptureOutput([&] { EXPECT_EQ(map->GetSubMap(nullptr, nullptr), TVX_E_FAIL); });
+    EXPECT_TRUE(IsReport(output, "TVX_RETURN_FAIL_IF_NULL", "Src/SimpleMap.cpp"));
+    output = CaptureOutput([&] { EXPECT_EQ(map->SetSubMap(nullptr, nullptr), TVX_E_FAIL); });
+    EXPECT_TRUE(IsReport(output, "TVX_RETURN_FAIL_IF_NULL", "Src/SimpleMap.cpp"));
     output = CaptureOutput([&] { EXPECT_EQ(map->SetSubMap(nullptr, map.Get()), TVX_E_FAIL); });
     EXPECT_TRUE(IsReport(output, "TVX_RETURN_FAIL_IF_NULL", "Src/SimpleMap.cpp"));
     output = CaptureOutput([&] { EXPECT_EQ(map->SetSubMap("a", nullptr), TVX_E_FAIL); });
@@ -219,6 +235,22 @@ TEST(SimpleMapSubMaps, AreToldOnceOutOfBatchMode)
     EXPECT_EQ(map->SetSubMap("p", MakeMap().Get()), TVX_OK);
     EXPECT_EQ(seen, (Texts{"BatchUpdatingModeChanged on", "BatchUpdatingModeChanged off"}));
     EXPECT_FALSE(IsBatchUpdating(*map));
+}
+
+TEST(SimpleMapSubMaps, AreToldAndLeaveTheModeWhenAWriteFails)
+{
+    const auto map = MakeRef<FailingMap>();
+    map->SetBatchUpdatingMode(false);
+    const auto handler = MakeRef<RecordingHandler>();
+    Texts seen;
+    handler->action = [&](const SeenEvent& event) { seen.push_back(DescribeMapEvent(event.eventName, event.param)); };
+    map->SubscribeChanged(handler.Get(), 0, true);
+    map->SubscribeBatchUpdatingModeChanged(handler.Get(), 0, true);
+    EXPECT_EQ(map->SetSubMap("p", MakeMap({{"x", "1"}, {"y", "2"}, {"z", "3"}}).Get()), -42);
+    EXPECT_EQ(seen, (Texts{"Mode true", "Mode false", "Changed"}));
+    EXPECT_FALSE(IsBatchUpdating(*map));
+    EXPECT_EQ(Entries(*map), Texts{"p\\x=1"});
+    EXPECT_EQ(map->writes, 2);
 }
 
 TEST(SimpleMapSubMaps, AreHeldBackInBatchMode)

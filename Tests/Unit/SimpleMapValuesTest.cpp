@@ -2,6 +2,7 @@
 #include "Src/SimpleMap.h"
 
 #include "Tests/Support/CaptureOutput.h"
+#include "Tests/Support/CommaLocale.h"
 #include "Tests/Support/Doubles.h"
 #include "Tests/Support/MapTesting.h"
 
@@ -187,6 +188,24 @@ TEST(SimpleMap, StoresIntegersAsDecimalText)
         EXPECT_EQ(map->GetInt("key", &back), TVX_OK);
         EXPECT_EQ(back, value);
     }
+}
+
+TEST(SimpleMap, WritesAndReadsNumbersAlikeInEveryLocale)
+{
+    if (!CommaLocale::CanBeMade())
+        GTEST_SKIP() << "this system has no localedef";
+    const CommaLocale locale;
+    ASSERT_TRUE(locale.IsInForce());
+    const auto map = MakeMap({{"comma", "2,5"}, {"point", "2.5"}});
+    double value = 0.0;
+    EXPECT_EQ(map->SetDouble("written", 1234.5), TVX_OK);
+    EXPECT_EQ(TextUnder(*map, "written"), "1234.5");
+    EXPECT_EQ(map->GetDouble("written", &value), TVX_OK);
+    EXPECT_EQ(value, 1234.5);
+    EXPECT_EQ(map->GetDouble("point", &value), TVX_OK);
+    EXPECT_EQ(value, 2.5);
+    EXPECT_EQ(map->GetDouble("comma", &value), TVX_OK);
+    EXPECT_EQ(value, 2.0);
 }
 
 TEST(SimpleMap, StoresDoublesWithSixDigits)
