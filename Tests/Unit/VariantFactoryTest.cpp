@@ -38,6 +38,41 @@ Ref<ScriptedReader> MakeReader(std::int32_t type, ScriptedReader::Value value)
     return reader;
 }
 
+// Delivers every value, and says of every read that it failed.
+class DenyingReader final : public ScriptedReaderImpl<CountedImpl<DenyingReader, IDeserializer>>
+{
+public:
+    using Interfaces = InterfaceList<IDeserializer, IObjectBase>;
+
+    Result ReadNamedBool(const char* name, bool* out) override
+    {
+        return Deny(ScriptedReaderImpl::ReadNamedBool(name, out));
+    }
+    Result ReadNamedInt(const char* name, std::int32_t* out) override
+    {
+        return Deny(ScriptedReaderImpl::ReadNamedInt(name, out));
+    }
+    Result ReadNamedDouble(const char* name, double* out) override
+    {
+        return Deny(ScriptedReaderImpl::ReadNamedDouble(name, out));
+    }
+    Result ReadNamedString(const char* name, IString** out) override
+    {
+        return Deny(ScriptedReaderImpl::ReadNamedString(name, out));
+    }
+    Result ReadNamedObject(const char* name, IObjectBase** out) override
+    {
+        return Deny(ScriptedReaderImpl::ReadNamedObject(name, out));
+    }
+
+private:
+    static Result Deny(Result delivered)
+    {
+        EXPECT_EQ(delivered, TVX_OK);
+        return -42;
+    }
+};
+
 // The variant read; also checks that nobody else holds it and that the reader was only borrowed.
 Ref<IVariant> Read(const Ref<ScriptedReader>& reader)
 {
@@ -340,6 +375,35 @@ TEST(VariantFactory, RefusesARecordWithoutATypeOrWithOneThatIsNoInteger)
     EXPECT_EQ(GetFactory()->Deserialize(empty.Get(), out.Receive()), TVX_E_FAIL);
     EXPECT_EQ(GetFactory()->Deserialize(text.Get(), out.Receive()), TVX_E_FAIL);
     EXPECT_FALSE(out);
+}
+
+TEST(VariantFactory, TakesWhatAReaderDeliversWithAFailure)
+{
+    const auto object = MakeRef<ProbeObject>();
+    struct Row
+    {
+        std::int32_t type;
+        ScriptedReader::Value value;
+        const char* written;
+    };
+    const Row rows[] = {{1, true, "WriteNamedBool value true"},
+                        {2, -5, "WriteNamedInt value -5"},
+                        {3, 1.5, "WriteNamedDouble value 1.5"},
+                        {4, 0.25, "WriteNamedDouble value 0.25"},
+                        {5, std::string("text"), "WriteNamedString value text"},
+                        {6, Ref<IObjectBase>(object), "WriteNamedObject value"}};
+    for (const auto& row : rows)
+    {
+        const auto reader = MakeRef<DenyingReader>();
+        reader->named = {{"type", row.type}, {"value", row.value}};
+        Ref<IObjectBase> read;
+        ASSERT_EQ(GetFactory()->Deserialize(reader.Get(), read.Receive()), TVX_OK) << row.type;
+        EXPECT_EQ(Query<IVariant>(read)->GetType(), row.type);
+        const auto writer = MakeRef<RecordingWriter>();
+        Query<ISerializable>(read)->Serialize(writer.Get());
+        EXPECT_EQ(writer->calls.back(), row.written);
+        EXPECT_EQ(!writer->objects.empty() && writer->objects[0].Get() == object.Get(), row.type == 6);
+    }
 }
 
 TEST(VariantFactory, ReadsAValidRecordForANullOutAndKeepsNothing)

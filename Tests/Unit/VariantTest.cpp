@@ -240,6 +240,19 @@ TEST(StringVariant, SharesItsString)
     EXPECT_EQ(string->GetRefCount(), 2U);
 }
 
+TEST(StringVariant, ReleasesItsStringBeforeItTellsThatItIsDestroyed)
+{
+    const auto string = MakeString("text");
+    auto variant = MakeRef<StringVariant>(string);
+    bool unique = false;
+    const auto handler = MakeRef<RecordingHandler>();
+    handler->action = [&](const SeenEvent&) { unique = string->IsUnique(); };
+    variant->SubscribeDestroyed(handler.Get(), 0);
+    variant = nullptr;
+    EXPECT_EQ(handler->GetNames(), Texts{"Destroyed"});
+    EXPECT_TRUE(unique);
+}
+
 TEST(StringVariant, OfNullGivesNullAndIsWrittenAsTheEmptyText)
 {
     const auto variant = MakeRef<StringVariant>(Ref<IString>());
@@ -267,6 +280,20 @@ TEST(ObjectVariant, SharesItsObject)
     EXPECT_FALSE(died);
     variant = nullptr;
     EXPECT_TRUE(died);
+}
+
+TEST(ObjectVariant, ReleasesItsObjectBeforeItTellsThatItIsDestroyed)
+{
+    bool died = false;
+    bool diedBefore = false;
+    auto variant = MakeRef<ObjectVariant>(MakeRef<ProbeObject>(&died));
+    const auto handler = MakeRef<RecordingHandler>();
+    handler->action = [&](const SeenEvent&) { diedBefore = died; };
+    variant->SubscribeDestroyed(handler.Get(), 0);
+    EXPECT_FALSE(died);
+    variant = nullptr;
+    EXPECT_EQ(handler->GetNames(), Texts{"Destroyed"});
+    EXPECT_TRUE(diedBefore);
 }
 
 TEST(ObjectVariant, OfNullGivesNullAndIsWrittenAsNull)
