@@ -3,7 +3,8 @@
 # tvx_add_module(NAME SOURCES file… LIBRARIES target… DOCUMENT file.xml)
 #
 # Makes NAME.tvxlib: a module that a host loads at run time, with the configuration document embedded byte for byte in
-# its section .plugcfg and the project's version and a comment on the build in .plugbuild. GetExport is its only symbol, and nothing in it keeps it from being unloaded.
+# its section .plugcfg and the project's version and a comment on the build in .plugbuild. GetExport is its only symbol,
+# and nothing in it keeps it from being unloaded.
 function(tvx_add_module name)
     cmake_parse_arguments(PARSE_ARGV 1 MODULE "" "DOCUMENT" "SOURCES;LIBRARIES")
     cmake_path(ABSOLUTE_PATH MODULE_DOCUMENT OUTPUT_VARIABLE document)

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace tvx
@@ -20,9 +21,11 @@ public:
     RefArray(const RefArray&) = delete;
     RefArray& operator=(const RefArray&) = delete;
 
+    // Empty first: an element that dies now may look in here.
     ~RefArray()
     {
-        for (T* const element : elements_)
+        const auto elements = std::exchange(elements_, {});
+        for (T* const element : elements)
             Ref<T>::Adopt(element);
     }
 

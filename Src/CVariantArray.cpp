@@ -99,6 +99,8 @@ Result CVariantArray::GetFormatId(IString** out)
     return factory ? factory->GetFormatId(out) : TVX_E_POINTER;
 }
 
+// Nothing demands that a null writer is refused, here as with the reader below: it is on purpose, so that a host's mistake
+// is reported and does not crash.
 Result CVariantArray::Serialize(ISerializer* writer)
 {
     TVX_RETURN_EPOINTER_IF_NULL(writer);

@@ -7,6 +7,7 @@
 #include "Interfaces/IMap.h"
 #include "Interfaces/ISerializable.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -27,6 +28,11 @@ public:
 
     // The name of the one sequence in the document.
     static constexpr const char ValuesName[] = "Values";
+
+    BasicMap() = default;
+
+    // Empty first: a value that dies now may look in here.
+    ~BasicMap() { Values().swap(values_); }
 
     // The old value is released when the new one is in place.
     Result SetValue(const char* key, IObject* value) override
@@ -66,6 +72,8 @@ public:
     }
 
 private:
+    using Values = std::map<std::string, Ref<IObject>, std::less<>>;
+
     Result Find(const char* key, IObject** out) const
     {
         TVX_RETURN_EPOINTER_IF_NULL(out);
@@ -77,7 +85,7 @@ private:
         return TVX_S_VALUE;
     }
 
-    std::map<std::string, Ref<IObject>, std::less<>> values_;
+    Values values_;
 };
 
 }  // namespace tvx

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -64,11 +65,20 @@ class ModuleFile : public testing::Test
 {
 protected:
     // The document as it stands in the section of a module's file.
-    std::string TakeDocument(const std::filesystem::path& file)
+    std::string TakeDocument(const std::filesystem::path& file) { return TakeSection(".plugcfg", file); }
+
+    std::string TakeSection(const std::string& section, const std::filesystem::path& file)
     {
-        const auto taken = scratch.GetPath() / "document";
-        RunCommand(TVX_OBJCOPY " -O binary --only-section=.plugcfg" + Quote(file) + Quote(taken));
+        const auto taken = scratch.GetPath() / "section";
+        RunCommand(TVX_OBJCOPY " -O binary --only-section=" + section + Quote(file) + Quote(taken));
         return Read(taken);
+    }
+
+    std::filesystem::path Strip()
+    {
+        auto stripped = scratch.GetPath() / "stripped.tvxlib";
+        RunCommand(TVX_STRIP " --strip-all -o" + Quote(stripped) + Quote(module));
+        return stripped;
     }
 
     const std::filesystem::path module = TVX_MODULE_FILE;
@@ -102,10 +112,18 @@ TEST_F(ModuleFile, CarriesTheDocumentByteForByte)
 
 TEST_F(ModuleFile, KeepsTheDocumentWhenStripped)
 {
-    const auto stripped = scratch.GetPath() / "stripped.tvxlib";
-    RunCommand(TVX_STRIP " --strip-all -o" + Quote(stripped) + Quote(module));
+    const auto stripped = Strip();
     EXPECT_LT(std::filesystem::file_size(stripped), std::filesystem::file_size(module));
     EXPECT_EQ(TakeDocument(stripped), Read(document));
+}
+
+TEST_F(ModuleFile, KeepsItsVersionAndTheCommentOnItsBuildWhenStripped)
+{
+    const auto text = TakeSection(".plugbuild", module);
+    const std::string version = TVX_VERSION "\n";
+    EXPECT_EQ(text.substr(0, version.size()), version);
+    EXPECT_THAT(text.substr(std::min(version.size(), text.size())), HasSubstr(" build with "));
+    EXPECT_EQ(TakeSection(".plugbuild", Strip()), text);
 }
 
 TEST_F(ModuleFile, HasTheDocumentInReadOnlyMemory)

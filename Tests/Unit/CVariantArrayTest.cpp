@@ -63,6 +63,24 @@ protected:
     Ref<CVariantArrayFactory> factory = MakeRef<CVariantArrayFactory>();
 };
 
+// Fails each time, but delivers what it was asked for.
+class FailingReader final : public ScriptedReaderImpl<CountedImpl<FailingReader, IDeserializer>>
+{
+public:
+    using Interfaces = InterfaceList<IDeserializer, IObjectBase>;
+
+    Result ReadNamedInt(const char* name, std::int32_t* out) override
+    {
+        static_cast<void>(ScriptedReaderImpl::ReadNamedInt(name, out));
+        return -42;
+    }
+    Result ReadNamedObject(const char* name, IObjectBase** out) override
+    {
+        static_cast<void>(ScriptedReaderImpl::ReadNamedObject(name, out));
+        return -42;
+    }
+};
+
 class Unserialisable final : public ClassImpl<Unserialisable, IVariant>
 {
 public:
@@ -107,6 +125,23 @@ TEST_F(CVariantArrayTest, MakesAVariantOfTheOperationsType)
     bool flag = false;
     EXPECT_EQ(At(5)->GetBool(&flag), TVX_OK);
     EXPECT_TRUE(flag);
+}
+
+TEST_F(CVariantArrayTest, HoldsTheOneReferenceOnAVariantThatItMade)
+{
+    array->AppendInt(7);
+    IVariant* const element = At(0).Get();
+    EXPECT_EQ(element->GetRefCount(), 1U);
+    EXPECT_EQ(At(0)->GetRefCount(), 2U);
+}
+
+TEST_F(CVariantArrayTest, HoldsAnObjectOnceUntilItDies)
+{
+    const auto object = MakeRef<ProbeObject>();
+    array->AppendObject(object.Get());
+    EXPECT_EQ(object->GetRefCount(), 2U);
+    array = nullptr;
+    EXPECT_TRUE(object->IsUnique());
 }
 
 TEST_F(CVariantArrayTest, TakesNullObjectsAndTexts)
@@ -197,6 +232,13 @@ TEST_F(CVariantArrayTest, TellsTheFormatOfItsFactory)
     const auto factory = MakeRef<CVariantArrayFactory>();
     EXPECT_EQ(factory->GetFormatId(text.Receive()), TVX_OK);
     EXPECT_STREQ(text->GetText(), format);
+    Ref<IDeserializable> shared;
+    EXPECT_EQ(CVariantArrayFactory::GetInstance(shared.Receive()), TVX_OK);
+    const auto count = shared->GetRefCount();
+    EXPECT_EQ(array->GetFormatId(text.Receive()), TVX_OK);  // asks the shared factory
+    EXPECT_EQ(shared->GetRefCount(), count);
+    EXPECT_EQ(shared->GetFormatId(text.Receive()), TVX_OK);
+    EXPECT_STREQ(text->GetText(), format);
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(array->GetFormatId(nullptr), TVX_E_POINTER); }), "");
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(factory->GetFormatId(nullptr), TVX_E_POINTER); }), "");
 }
@@ -242,6 +284,25 @@ TEST_F(CVariantArrayReading, RebuildsEveryElement)
     read->GetAt(1, element.Receive());
     EXPECT_EQ(element.Get(), second.Get());
     EXPECT_EQ(reader->calls, (Calls{"ReadNamedInt size", "ReadNamedObject param0", "ReadNamedObject param1"}));
+}
+
+TEST_F(CVariantArrayReading, LooksAtWhatIsDeliveredAndNotAtResults)
+{
+    const auto variant = MakeRef<IntVariant>(1);
+    const auto failing = MakeRef<FailingReader>();
+    failing->named["size"] = 2;
+    failing->named["param0"] = Ref<IObjectBase>(static_cast<IVariant*>(variant.Get()));
+    Ref<IObjectBase> object;
+    EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(factory->Deserialize(failing.Get(), object.Receive()), TVX_OK); }), "");
+    const auto read = Query<IVariantArray>(object);
+    ASSERT_EQ(SizeOf(read), 2U);
+    Ref<IVariant> element;
+    EXPECT_EQ(read->GetAt(0, element.Receive()), TVX_OK);
+    EXPECT_EQ(element.Get(), variant.Get());
+    EXPECT_EQ(read->GetAt(1, element.Receive()), TVX_OK);
+    EXPECT_FALSE(element);
+    failing->named.clear();
+    EXPECT_EQ(variant->GetRefCount(), 2U);
 }
 
 TEST_F(CVariantArrayReading, MakesNullElementsOfWhatIsMissingOrNoVariant)

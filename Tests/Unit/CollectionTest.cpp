@@ -118,6 +118,61 @@ TEST_F(CollectionTest, KeepsARemovedItemAliveUntilTheHandlersHaveRun)
     EXPECT_TRUE(died);
 }
 
+TEST_F(CollectionTest, HoldsAMovedItemOnceMoreUntilTheHandlersHaveRun)
+{
+    Listen();
+    std::vector<std::uint32_t> counts;
+    handler->action = [&](const SeenEvent&) { counts.push_back(CountOf('A')); };
+    collection->Add(Item('A'));
+    EXPECT_EQ(counts, (std::vector<std::uint32_t>{1, 1}));
+    collection->Add(Item('B'));
+    counts.clear();
+    EXPECT_EQ(collection->Move(0, 2), TVX_OK);
+    EXPECT_EQ(counts, (std::vector<std::uint32_t>{2, 2}));
+    EXPECT_EQ(CountOf('A'), 1U);
+}
+
+TEST_F(CollectionTest, KeepsAMovedItemAliveThatAHandlerRemoves)
+{
+    bool died = false;
+    collection->Add(MakeRef<ProbeObject>(&died).Get());
+    Fill("B");
+    Listen();
+    Texts seen;
+    handler->action = [&](const SeenEvent& event)
+    {
+        seen.push_back(event.eventName + (died ? " dead" : " alive"));
+        if (event.eventName == "ItemMoved")
+            collection->RemoveAt(1);
+    };
+    EXPECT_EQ(collection->Move(0, 2), TVX_OK);
+    EXPECT_EQ(seen, (Texts{"ItemMoved alive", "ItemRemoved alive", "Updated alive", "Updated alive"}));
+    EXPECT_TRUE(died);
+    EXPECT_EQ(Order(), "B");
+}
+
+TEST_F(CollectionTest, IsEmptyForAnItemThatDiesWithIt)
+{
+    auto* const dying = collection.Get();
+    Texts seen;
+    handler->action = [&](const SeenEvent&)
+    {
+        bool contained = true;
+        dying->Contains(Item('A'), &contained);
+        seen.push_back(std::to_string(dying->GetCount()) + (contained ? " with A" : " without A"));
+    };
+    for (int count = 0; count < 2; ++count)
+    {
+        const auto item = MakeRef<ProbeObject>();
+        item->SubscribeDestroyed(handler.Get(), 0);
+        collection->Add(item.Get());
+    }
+    Fill("A");
+    collection = nullptr;
+    EXPECT_EQ(seen, (Texts{"0 without A", "0 without A"}));
+    EXPECT_EQ(CountOf('A'), 0U);
+}
+
 TEST_F(CollectionTest, ReportsARemovalBehindTheEnd)
 {
     Fill("A");
@@ -179,6 +234,19 @@ TEST_F(CollectionTest, MovesItemsByWhatTheyAre)
     const auto before = CaptureOutput([&] { EXPECT_EQ(collection->MoveBefore(Item('A'), Item('X')), TVX_E_FAIL); });
     EXPECT_TRUE(IsReport(before, "TVX_FORWARD_FAILURE", Source));
     EXPECT_EQ(Heard(), Texts());
+}
+
+TEST_F(CollectionTest, ReportsOnceThatAnAbsentItemCannotBeMoved)
+{
+    Fill("AB");
+    Listen();
+    for (IObject* const before : {Item('A'), static_cast<IObject*>(nullptr)})
+    {
+        const auto report = CaptureOutput([&] { EXPECT_EQ(collection->MoveBefore(Item('X'), before), TVX_E_FAIL); });
+        EXPECT_TRUE(IsReport(report, "TVX_FORWARD_FAILURE", Source));
+    }
+    EXPECT_EQ(Heard(), Texts());
+    EXPECT_EQ(Order(), "AB");
 }
 
 TEST_F(CollectionTest, MovesBeforeAsStated)
@@ -284,6 +352,29 @@ TEST_F(CollectionTest, EndsClearingWithTheFirstFailure)
     EXPECT_EQ(collection->GetCount(), 0U);
 }
 
+TEST_F(CollectionTest, ClearsByAsManyRemovalsAsThereWereItems)
+{
+    class Counting final : public Collection
+    {
+    public:
+        Result RemoveLast() override
+        {
+            ++removals;
+            return Collection::RemoveLast();
+        }
+
+        int removals = 0;
+    };
+    const auto counting = MakeRef<Counting>();
+    collection = counting;
+    Fill("ABC");
+    collection->SubscribeItemRemoved(handler.Get(), 0, true);
+    handler->action = [&](const SeenEvent&) { collection->Add(Item('X')); };
+    EXPECT_EQ(collection->Clear(), TVX_OK);
+    EXPECT_EQ(counting->removals, 3);
+    EXPECT_EQ(Order(), "ABX");
+}
+
 TEST_F(CollectionTest, FiresNothingForChangesWhileEventsAreDisabled)
 {
     Listen();
@@ -316,6 +407,27 @@ TEST_F(CollectionTest, UnsubscribesEachEventOnItsOwn)
     collection->Move(0, 1);
     collection->RemoveAt(0);
     EXPECT_EQ(Heard(), Texts());
+}
+
+TEST_F(CollectionTest, FiresUpdatedAlsoWhenAHandlerDisablesEventsBefore)
+{
+    Listen();
+    handler->action = [&](const SeenEvent&) { collection->SetEventsEnabled(false); };
+    collection->Add(Item('A'));
+    EXPECT_EQ(Heard(), (Texts{"ItemAdded A", "Updated A"}));
+    collection->Add(Item('B'));
+    EXPECT_EQ(Heard(), Texts());
+}
+
+TEST_F(CollectionTest, LeavesSubscriptionsToItsEndAloneWhenEverybodyIsUnsubscribed)
+{
+    Listen();
+    collection->SubscribeDestroyed(handler.Get(), 7);
+    collection->SubscribeItemAdded(nullptr, 0, false);
+    collection->Add(Item('A'));
+    EXPECT_EQ(Heard(), Texts());
+    collection = nullptr;
+    EXPECT_EQ(handler->GetNames(), Texts{"Destroyed"});
 }
 
 TEST_F(CollectionTest, LetsHandlersChangeItWhileItFires)

@@ -114,6 +114,30 @@ TEST(Map, ReleasesEveryValueOnceWhenItDies)
     EXPECT_TRUE(object->IsUnique());
 }
 
+TEST(Map, IsEmptyForAValueThatDiesWithIt)
+{
+    auto map = MakeRef<Map>();
+    auto* const dying = map.Get();
+    const auto handler = MakeRef<RecordingHandler>();
+    std::vector<Result> results;
+    handler->action = [&](const SeenEvent&)
+    {
+        for (const char* const key : {"a", "b"})
+        {
+            Ref<IObject> out;
+            results.push_back(dying->GetValue(key, out.Receive()));
+        }
+    };
+    for (const char* const key : {"a", "b"})
+    {
+        const auto value = MakeRef<ProbeObject>();
+        value->SubscribeDestroyed(handler.Get(), 0);
+        map->SetValue(key, value.Get());
+    }
+    map = nullptr;
+    EXPECT_EQ(results, std::vector<Result>(4, TVX_S_NOKEY));
+}
+
 TEST(Map, MayBeChangedByTheReleaseOfAValue)
 {
     auto map = MakeRef<Map>();
@@ -193,6 +217,19 @@ TEST(MapFactory, MakesEmptyMaps)
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(factory->CreateMap(nullptr), TVX_E_POINTER); }), "");
 }
 
+// Succeeds without delivering a key.
+class KeylessReader final : public ScriptedReaderImpl<CountedImpl<KeylessReader, IDeserializer>>
+{
+public:
+    using Interfaces = InterfaceList<IDeserializer, IObjectBase>;
+
+    Result ReadString(IString** out) override
+    {
+        *out = nullptr;
+        return TVX_OK;
+    }
+};
+
 class MapReading : public testing::Test
 {
 protected:
@@ -226,8 +263,8 @@ protected:
 
 TEST_F(MapReading, RebuildsPairsAndIgnoresAnOddLastItem)
 {
-    const Ref<IObjectBase> value(item);
-    reader->items = {std::string("a"), value, std::string("b"), value, std::string("c")};
+    reader->items = {std::string("a"), Ref<IObjectBase>(item), std::string("b"), Ref<IObjectBase>(item),
+                     std::string("c")};
     EXPECT_EQ(Read(), TVX_OK);
     EXPECT_EQ(reader->calls, (std::vector<std::string>{"BeginArray Values", "ReadString", "ReadObject", "ReadString",
                                                        "ReadObject", "EndArray"}));
@@ -237,6 +274,8 @@ TEST_F(MapReading, RebuildsPairsAndIgnoresAnOddLastItem)
     EXPECT_EQ(found.Get(), item.Get());
     EXPECT_EQ(map->GetValue("b", found.Receive()), TVX_S_VALUE);
     EXPECT_EQ(map->GetValue("c", found.Receive()), TVX_S_NOKEY);
+    reader->items.clear();
+    EXPECT_EQ(item->GetRefCount(), 3U);  // the test's and one for each key
 }
 
 TEST_F(MapReading, RebuildsAnEmptyMapFromLessThanAPair)
@@ -252,11 +291,14 @@ TEST_F(MapReading, KeepsTheLaterValueOfAKeyThatStandsTwice)
     const auto later = MakeRef<ProbeObject>();
     reader->items = {std::string("a"), Ref<IObjectBase>(item), std::string("a"), Ref<IObjectBase>(later)};
     EXPECT_EQ(Read(), TVX_OK);
+    const auto map = TakeMap();
     Ref<IObject> found;
-    TakeMap()->GetValue("a", found.Receive());
+    map->GetValue("a", found.Receive());
     EXPECT_EQ(found.Get(), later.Get());
+    found = nullptr;
     reader->items.clear();
     EXPECT_TRUE(item->IsUnique());
+    EXPECT_EQ(later->GetRefCount(), 2U);
 }
 
 TEST_F(MapReading, FailsWhenTheSequenceCannotBeBegun)
@@ -272,6 +314,18 @@ TEST_F(MapReading, FailsWhenAKeyOrAnItemCannotBeRead)
     reader->next = 0;
     reader->items = {std::string("a"), std::string("b")};
     ExpectFailure("TVX_RETURN_FAIL_IF_FAILED");
+}
+
+TEST_F(MapReading, FailsForAKeyThatIsNull)
+{
+    const auto keyless = MakeRef<KeylessReader>();
+    keyless->items = {Ref<IObjectBase>(item)};
+    keyless->announced = 2;
+    const auto report = CaptureOutput([&] { EXPECT_EQ(factory->Deserialize(keyless.Get(), &out), TVX_E_FAIL); });
+    EXPECT_TRUE(IsReport(report, "TVX_RETURN_FAIL_IF_NULL", FactorySource));
+    EXPECT_EQ(out, mark.Get());
+    keyless->items.clear();
+    EXPECT_TRUE(item->IsUnique());
 }
 
 TEST_F(MapReading, FailsForAnItemThatIsNullOrNoObject)

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace
@@ -94,6 +97,75 @@ TEST(RefArray, KeepsNullAndReleasesEverythingAtTheEnd)
         EXPECT_EQ(object->GetRefCount(), 2U);
     }
     EXPECT_TRUE(object->IsUnique());
+}
+
+TEST(RefArray, IsEmptyForAnElementThatDiesWithIt)
+{
+    auto array = std::make_unique<RefArray<IObject>>();
+    const auto* const dying = array.get();
+    const auto handler = MakeRef<RecordingHandler>();
+    std::vector<std::size_t> sizes;
+    std::vector<std::size_t> places;
+    handler->action = [&](const SeenEvent&)
+    {
+        sizes.push_back(dying->GetSize());
+        places.push_back(dying->Find(handler.Get()));
+    };
+    for (int count = 0; count < 2; ++count)
+    {
+        const auto element = MakeRef<ProbeObject>();
+        element->SubscribeDestroyed(handler.Get(), 0);
+        array->Insert(0, Ref<IObject>(element));
+    }
+    array->Insert(2, Ref<IObject>(handler));
+    array.reset();
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{0, 0}));
+    EXPECT_EQ(places, (std::vector<std::size_t>{0, 0}));
+    EXPECT_TRUE(handler->IsUnique());
+}
+
+// What RefArray asks of its elements, counted call by call.
+class CallCounter
+{
+public:
+    std::uint32_t AddRef() { return Count(1); }
+    std::uint32_t Release() { return Count(-1); }
+
+    int calls = 0;
+
+private:
+    std::uint32_t Count(int step)
+    {
+        ++calls;
+        references_ += step;
+        return static_cast<std::uint32_t>(references_);
+    }
+
+    int references_ = 0;
+};
+
+TEST(RefArray, CallsNothingOfElementsThatOnlyShift)
+{
+    CallCounter counters[5];
+    RefArray<CallCounter> array;
+    const auto callsOf = [&]
+    {
+        std::vector<int> calls;
+        for (auto& counter : counters)
+            calls.push_back(std::exchange(counter.calls, 0));
+        return calls;
+    };
+    for (std::size_t index = 0; index < 4; ++index)
+        array.Insert(index, Ref<CallCounter>(&counters[index]));
+    EXPECT_EQ(callsOf(), (std::vector<int>{1, 1, 1, 1, 0}));
+    array.Insert(0, Ref<CallCounter>(&counters[4]));  // every other one shifts, and the memory grows
+    EXPECT_EQ(callsOf(), (std::vector<int>{0, 0, 0, 0, 1}));
+    array.Move(0, 3);
+    array.Move(4, 1);
+    EXPECT_EQ(callsOf(), (std::vector<int>{0, 0, 0, 0, 0}));
+    const auto taken = array.Take(0);
+    EXPECT_EQ(taken.Get(), &counters[0]);
+    EXPECT_EQ(callsOf(), (std::vector<int>{0, 0, 0, 0, 0}));  // its reference changes hands
 }
 
 }  // namespace
