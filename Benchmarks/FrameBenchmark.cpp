@@ -18,7 +18,8 @@ using namespace tvx::bench;
 
 constexpr const char StringExport[] = "com.talvere.general.tvx.GenericStringImplementation/1.0";
 constexpr const char SettingsMapExport[] = "com.talvere.general.tvx.GenericSimpleMapImplementation/1.1";
-constexpr const char Text[] = "twenty-four bytes of text";
+constexpr const char Text[] = "exactly 24 bytes of text";
+static_assert(sizeof Text == 24 + 1);
 
 Ref<ISimpleMap> MakeMap()
 {
