@@ -36,8 +36,8 @@ struct TailSize
 
 // Makes a framework object; the holder has its one reference. This is the only place where such objects are made.
 //
-// A class whose static GetTailSize takes the constructor's arguments is given that many bytes behind the object through its
-// own operator new(size, TailSize). Throws std::bad_alloc when memory is exhausted.
+// A class whose static GetTailSize takes the constructor's arguments is given that many bytes behind the object; it derives
+// from TailAllocated. Throws std::bad_alloc when memory is exhausted.
 template <class Class, class... Arguments>
 Ref<Class> MakeRef(Arguments&&... arguments)
 {

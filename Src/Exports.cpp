@@ -3,6 +3,7 @@
 #include "Platform/Export.h"
 #include "Src/CVariantArray.h"
 #include "Src/CollectionFactory.h"
+#include "Src/ConsoleLoggerPlug.h"
 #include "Src/Map.h"
 #include "Src/PlugDLL.h"
 #include "Src/SimpleMapFactory.h"
@@ -27,6 +28,7 @@ constexpr Export Exports[] = {
     {"com.talvere.general.tvx.GenericMapImplementation/1.1", &MapFactory::GetExportInstance},
     {"com.talvere.general.tvx.GenericSimpleMapImplementation/1.1", &CSimpleMapFactory::GetExportInstance},
     {"com.talvere.general.tvx.GenericCollectionImplementation/1.1", &CollectionFactory::GetExportInstance},
+    {"com.talvere.general.tvx.BasicLogger/1.0", &CBasicLogger::GetExportInstance},
     {"com.talvere.general.tvx.GenericVariantArrayImplementation/1.0", &CVariantArrayFactory::GetExportInstance},
 };
 

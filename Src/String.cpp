@@ -2,7 +2,6 @@
 #include "Src/String.h"
 
 #include <algorithm>
-#include <new>
 
 namespace tvx
 {
@@ -20,21 +19,6 @@ const char* String::GetText()
 std::uint32_t String::GetLength()
 {
     return length_;
-}
-
-void* String::operator new(std::size_t size, TailSize tail)
-{
-    return ::operator new(size + tail.bytes);
-}
-
-void String::operator delete(void* memory) noexcept
-{
-    ::operator delete(memory);
-}
-
-void String::operator delete(void* memory, TailSize) noexcept
-{
-    ::operator delete(memory);
 }
 
 char* String::GetTail() noexcept

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Helpers/ClassImpl.h"
-#include "Helpers/Ref.h"
+#include "Helpers/TailAllocated.h"
 #include "Interfaces/IString.h"
 
 #include <string_view>
@@ -11,7 +11,7 @@ namespace tvx
 {
 
 // An 8-bit text, fixed at construction, in one allocation with its object.
-class String final : public ClassImpl<String, IString>
+class String final : public ClassImpl<String, IString>, public TailAllocated
 {
 public:
     // IObject is left out on purpose: a string refuses it.
@@ -24,9 +24,6 @@ public:
     std::uint32_t GetLength() override;
 
     static TailSize GetTailSize(std::string_view text) noexcept { return {text.size() + 1}; }
-    static void* operator new(std::size_t size, TailSize tail);
-    static void operator delete(void* memory) noexcept;
-    static void operator delete(void* memory, TailSize tail) noexcept;
 
 private:
     char* GetTail() noexcept;

@@ -16,20 +16,20 @@ namespace tvx::test
 
 constexpr const char StringExport[] = "com.talvere.general.tvx.GenericStringImplementation/1.0";
 constexpr const char VariantExport[] = "com.talvere.general.tvx.GenericVariantImplementation/1.1";
+constexpr const char ImageExport[] = "com.talvere.general.tvx.GenericImageImplementation/1.0";
+constexpr const char LoggerExport[] = "com.talvere.general.tvx.BasicLogger/1.0";
 constexpr const char SimpleMapExport[] = "com.talvere.general.tvx.GenericSimpleMapImplementation/1.1";
 
-// The exports that the module serves, and those that its document announces and a later version brings.
+// The exports that the module serves, in the order of their registration.
 constexpr const char* ServedExports[] = {
     StringExport,
     VariantExport,
     "com.talvere.general.tvx.GenericMapImplementation/1.1",
     SimpleMapExport,
     "com.talvere.general.tvx.GenericCollectionImplementation/1.1",
+    ImageExport,
+    LoggerExport,
     "com.talvere.general.tvx.GenericVariantArrayImplementation/1.0",
-};
-constexpr const char* LaterExports[] = {
-    "com.talvere.general.tvx.GenericImageImplementation/1.0",
-    "com.talvere.general.tvx.BasicLogger/1.0",
 };
 
 // The built module, loaded as a host does it. Objects of it must be released before it goes.

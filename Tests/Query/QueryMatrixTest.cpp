@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Helpers/Ref.h"
 #include "InterfacesHelpers/UserDataContainer.h"
+#include "Src/CLogData.h"
 #include "Src/CVariantArray.h"
 #include "Src/Collection.h"
 #include "Src/CollectionFactory.h"
+#include "Src/ConsoleLoggerPlug.h"
 #include "Src/Map.h"
 #include "Src/SimpleMap.h"
 #include "Src/SimpleMapFactory.h"
@@ -175,6 +177,18 @@ Subject MakeVariantArrayFactory()
         MakeRef<CVariantArrayFactory>());
 }
 
+Subject MakeLogger()
+{
+    return MakeSubject<Through<ILogger, ILogger, IObject, IObjectBase>, Through<IConfigurable, IConfigurable>,
+                       Through<IImportsContainer, IImportsContainer>>(MakeRef<CBasicLogger>());
+}
+
+Subject MakeLogData()
+{
+    return MakeSubject<Through<ILogData, ILogData, IObject, IObjectBase>>(
+        MakeRef<CLogData>(LogEntry{"Main", 1, "source", "scope", "file", 1, "message"}));
+}
+
 struct Row
 {
     const char* name;
@@ -208,6 +222,8 @@ constexpr Row Rows[] = {
     {"CollectionFactory", &MakeCollectionFactory},
     {"CVariantArray", &MakeVariantArray},
     {"CVariantArrayFactory", &MakeVariantArrayFactory},
+    {"CBasicLogger", &MakeLogger},
+    {"CLogData", &MakeLogData},
     {"CUserDataIterator", &MakeIterator<CUserDataIterator, IUserDataIterator, UserDataTable>},
 };
 

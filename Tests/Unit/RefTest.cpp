@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Helpers/Ref.h"
+#include "Helpers/TailAllocated.h"
 #include "Tests/Support/Doubles.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ private:
 };
 
 // Keeps bytes behind itself.
-class Tailed final : public CountedImpl<Tailed, IObjectBase>
+class Tailed final : public CountedImpl<Tailed, IObjectBase>, public TailAllocated
 {
 public:
     using Interfaces = InterfaceList<IObjectBase>;
@@ -51,9 +51,6 @@ public:
     char GetTail(std::size_t i) { return reinterpret_cast<char*>(this + 1)[i]; }
 
     static TailSize GetTailSize(std::size_t bytes, char) { return {bytes}; }
-    static void* operator new(std::size_t size, TailSize tail) { return ::operator new(size + tail.bytes); }
-    static void operator delete(void* memory) { ::operator delete(memory); }
-    static void operator delete(void* memory, TailSize) { ::operator delete(memory); }
 };
 
 }  // namespace
