@@ -4,6 +4,7 @@
 #include "Src/CVariantArray.h"
 #include "Src/CollectionFactory.h"
 #include "Src/ConsoleLoggerPlug.h"
+#include "Src/ImageFactory.h"
 #include "Src/Map.h"
 #include "Src/PlugDLL.h"
 #include "Src/SimpleMapFactory.h"
@@ -28,6 +29,7 @@ constexpr Export Exports[] = {
     {"com.talvere.general.tvx.GenericMapImplementation/1.1", &MapFactory::GetExportInstance},
     {"com.talvere.general.tvx.GenericSimpleMapImplementation/1.1", &CSimpleMapFactory::GetExportInstance},
     {"com.talvere.general.tvx.GenericCollectionImplementation/1.1", &CollectionFactory::GetExportInstance},
+    {"com.talvere.general.tvx.GenericImageImplementation/1.0", &ImageFactory::GetExportInstance},
     {"com.talvere.general.tvx.BasicLogger/1.0", &CBasicLogger::GetExportInstance},
     {"com.talvere.general.tvx.GenericVariantArrayImplementation/1.0", &CVariantArrayFactory::GetExportInstance},
 };

@@ -25,6 +25,7 @@ MACROS = {
     "TVX_CHECK_PRECOND": "Helpers/Results.h",
     "TVX_FORWARD_FAILURE": "Helpers/Results.h",
     "TVX_EXPORT": "Platform/Export.h",
+    "HWY_TARGET_INCLUDE": "Src/RowKernels.cpp",  # how the library that picks the kernels finds them
 }
 SYSTEM_MARKS = re.compile(
     r"\b(_WIN32|_WIN64|WIN32|_WINDOWS|__CYGWIN__|__MINGW\w*|__linux__|__linux|linux|__gnu_linux__|__ANDROID__|__unix__|"

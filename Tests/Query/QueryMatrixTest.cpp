@@ -6,6 +6,8 @@
 #include "Src/Collection.h"
 #include "Src/CollectionFactory.h"
 #include "Src/ConsoleLoggerPlug.h"
+#include "Src/Image.h"
+#include "Src/ImageFactory.h"
 #include "Src/Map.h"
 #include "Src/SimpleMap.h"
 #include "Src/SimpleMapFactory.h"
@@ -189,6 +191,19 @@ Subject MakeLogData()
         MakeRef<CLogData>(LogEntry{"Main", 1, "source", "scope", "file", 1, "message"}));
 }
 
+// IConstImage is only answered by images that never change, which IImage derives from all the same.
+Subject MakeImage()
+{
+    return MakeSubject<Through<IImage, IImage, IImageBase, IObject, IObjectBase>>(
+        MakeRef<Image>(Raster({1, 1, 0, 0, 0}, Raster::Content::Zeros)));
+}
+
+Subject MakeConstImage()
+{
+    return MakeSubject<Through<IConstImage, IConstImage, IImageBase, IObject, IObjectBase>>(
+        MakeRef<ConstImage>(Raster({1, 1, 0, 0, 0}, Raster::Content::Zeros)));
+}
+
 struct Row
 {
     const char* name;
@@ -224,6 +239,10 @@ constexpr Row Rows[] = {
     {"CVariantArrayFactory", &MakeVariantArrayFactory},
     {"CBasicLogger", &MakeLogger},
     {"CLogData", &MakeLogData},
+    {"Image", &MakeImage},
+    {"ConstImage", &MakeConstImage},
+    {"ImageFactory",
+     [] { return MakeSubject<Through<IImageFactory, IImageFactory, IObject, IObjectBase>>(MakeRef<ImageFactory>()); }},
     {"CUserDataIterator", &MakeIterator<CUserDataIterator, IUserDataIterator, UserDataTable>},
 };
 

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "Tests/Support/ImageTesting.h"
+#include "Tests/Threads/RunTogether.h"
+
+#include <atomic>
+#include <chrono>
+
+namespace tvx::test
+{
+
+namespace
+{
+
+// The counter that stands in the pixels of an image of four bytes.
+std::uint32_t& CounterOf(void* pixels)
+{
+    return *static_cast<std::uint32_t*>(pixels);
+}
+
+using ImageLocks = ImageTest;
+
+}  // namespace
+
+TEST_F(ImageLocks, LetOneWriterInAtATime)
+{
+    const auto image = Make(1, 1, ColorFormat::OneChannel, DataType::FourBytes);
+    RunTogether(
+        [&](int)
+        {
+            for (int count = 0; count < 2000; ++count)
+            {
+                image->LockWrite();
+                ++CounterOf(image->GetWritableData());
+                image->Unlock();
+            }
+        });
+    image->LockWrite();
+    EXPECT_EQ(CounterOf(image->GetWritableData()), 2000u * ThreadCount);
+}
+
+TEST_F(ImageLocks, ShowReadersNothingThatIsBeingWritten)
+{
+    const auto image = Make(2, 1, ColorFormat::OneChannel, DataType::FourBytes);
+    std::atomic<int> torn{0};
+    RunTogether(
+        [&](int number)
+        {
+            for (int count = 0; count < 1000; ++count)
+            {
+                if (number % 2 == 0)
+                {
+                    image->LockWrite();
+                    auto* const pair = &CounterOf(image->GetWritableData());
+                    ++pair[0];
+                    ++pair[1];
+                }
+                else
+                {
+                    image->LockRead();
+                    const auto* const pair = static_cast<const std::uint32_t*>(image->GetData());
+                    torn += pair[0] == pair[1] ? 0 : 1;
+                }
+                image->Unlock();
+            }
+        });
+    EXPECT_EQ(torn, 0);
+}
+
+// Writers among many readers, who never all let go at the same time by themselves.
+TEST_F(ImageLocks, LetEverybodyInSomeTime)
+{
+    const auto image = Make(1, 1, ColorFormat::OneChannel, DataType::FourBytes);
+    std::atomic<int> writersLeft{2};
+    RunTogether(
+        [&](int number)
+        {
+            if (number >= 2)
+            {
+                while (writersLeft > 0)
+                {
+                    image->LockRead();
+                    EXPECT_NE(image->GetData(), nullptr);
+                    image->Unlock();
+                }
+                return;
+            }
+            for (int count = 0; count < 200; ++count)
+            {
+                image->LockWrite();
+                ++CounterOf(image->GetWritableData());
+                image->Unlock();
+            }
+            --writersLeft;
+        });
+    image->LockRead();
+    EXPECT_EQ(*static_cast<const std::uint32_t*>(image->GetData()), 400u);
+}
+
+TEST_F(ImageLocks, ChangeInEveryOrderWithoutEndlessWaiting)
+{
+    const auto image = Make(1, 1, ColorFormat::OneChannel, DataType::FourBytes);
+    RunTogether(
+        [&](int number)
+        {
+            auto state = static_cast<std::uint32_t>(number) * 2654435761U + 1;
+            for (int count = 0; count < 2000; ++count)
+            {
+                state = state * 1664525U + 1013904223U;
+                switch (state >> 30)
+                {
+                case 0:
+                    image->LockRead();
+                    EXPECT_TRUE(image->IsLocked());
+                    break;
+                case 1:
+                    image->LockWrite();
+                    EXPECT_TRUE(image->IsWriteLocked());
+                    ++CounterOf(image->GetWritableData());
+                    break;
+                default: image->Unlock(); EXPECT_FALSE(image->IsLocked());
+                }
+            }
+            image->Unlock();
+        });
+    image->LockWrite();
+    EXPECT_TRUE(image->IsWriteLocked());
+}
+
+TEST_F(ImageLocks, OfTenThousandImagesDoNotSlowEachOtherDown)
+{
+    std::vector<Ref<IImage>> images;
+    for (int count = 0; count < 10000; ++count)
+        images.push_back(Make(1, 1));
+    for (const auto& image : images)
+        image->LockRead();
+    for (const auto& image : images)
+        EXPECT_TRUE(image->IsLocked());
+    // All of them together take the time of each of them times their number: a search among all would not end in time.
+    for (int round = 0; round < 20; ++round)
+    {
+        for (const auto& image : images)
+        {
+            image->LockWrite();
+            image->LockRead();
+        }
+    }
+    images.clear();
+    const auto image = Make(1, 1);
+    EXPECT_FALSE(image->IsLocked());
+}
+
+TEST_F(ImageLocks, MeetWhileThreadsComeAndGo)
+{
+    const auto image = Make(1, 1, ColorFormat::OneChannel, DataType::FourBytes);
+    for (int round = 0; round < 50; ++round)
+    {
+        RunTogether(
+            [&](int)
+            {
+                image->LockWrite();
+                ++CounterOf(image->GetWritableData());
+                image->Unlock();
+            });
+    }
+    image->LockWrite();
+    EXPECT_EQ(CounterOf(image->GetWritableData()), 50u * ThreadCount);
+}
+
+TEST_F(ImageLocks, ShowTheLayoutThatIsBeingChanged)
+{
+    const auto image = Make(1, 2, ColorFormat::ThreeChannels);
+    RunTogether(
+        [&](int number)
+        {
+            for (int count = 0; count < 500; ++count)
+            {
+                const auto format = image->GetColorFormat();
+                EXPECT_TRUE(format == 1 || format == 3);
+                if (number != 0)
+                    continue;
+                image->LockWrite();
+                EXPECT_EQ(image->SetColorFormat(format == 1 ? 3 : 1), TVX_OK);
+                EXPECT_EQ(image->SetRowOrder(count + 1), TVX_OK);
+                image->Unlock();
+            }
+        });
+}
+
+}  // namespace tvx::test
