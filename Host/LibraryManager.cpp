@@ -18,6 +18,11 @@ namespace
 
 constexpr const char LibManagerContract[] = "com.talvere.general.tvx.LibManagerContract/1.0";
 
+Error NotExported(std::string_view id)
+{
+    return MakeError(ErrorKind::NotExported, "no installed module exports \"" + std::string(id) + "\"");
+}
+
 // What stands behind the last slash of an identifier.
 std::string_view GetVersion(std::string_view id)
 {
@@ -54,11 +59,16 @@ void LibraryManager::Offer(const std::string& contract, const Ref<IObjectBase>& 
     offered_[contract] = object;
 }
 
+void LibraryManager::Configure(const Ref<IConfiguration>& configuration)
+{
+    configuration_ = configuration;
+}
+
 Outcome<Ref<IObjectBase>> LibraryManager::GetExport(std::string_view id)
 {
     const auto place = catalog_.FindById(id);
     if (place.entry == nullptr)
-        return MakeError(ErrorKind::NotExported, "no installed module exports \"" + std::string(id) + "\"");
+        return NotExported(id);
     return Fetch(place);
 }
 
@@ -84,10 +94,7 @@ Outcome<Ref<IObjectBase>> LibraryManager::Fetch(const ExportPlace& place)
     const auto known = exports_.find(place.entry->id);
     if (known != exports_.end())
         return known->second;
-    const auto module = GetModule(place.module);
-    if (!module)
-        return module.GetError();
-    auto object = (*module)->GetExport(place.entry->id);
+    auto object = FetchUnconnected(place);
     if (!object)
         return object;
     const auto imports = Query<IImportsContainer>(*object);
@@ -97,10 +104,20 @@ Outcome<Ref<IObjectBase>> LibraryManager::Fetch(const ExportPlace& place)
     if (!proxies)
         return proxies.GetError();
     exports_.emplace(place.entry->id, *object);  // before the object hears of its imports: it may ask for itself
+    GiveConfiguration(**object);
     if (imports)
         Connect(*imports, *proxies);
     TellMetadata(place, **object);
     return object;
+}
+
+// The object of an export as its module gives it, whether or not its imports were ever set.
+Outcome<Ref<IObjectBase>> LibraryManager::FetchUnconnected(const ExportPlace& place)
+{
+    const auto module = GetModule(place.module);
+    if (!module)
+        return module.GetError();
+    return (*module)->GetExport(place.entry->id);
 }
 
 Outcome<const Module*> LibraryManager::GetModule(std::size_t place)
@@ -133,6 +150,13 @@ Outcome<LibraryManager::Proxies> LibraryManager::MakeProxies(const Export& entry
     return proxies;
 }
 
+void LibraryManager::GiveConfiguration(IObjectBase& object) const
+{
+    const auto configurable = configuration_ ? Query<IConfigurable>(&object) : nullptr;
+    if (configurable)
+        configurable->SetConfiguration(configuration_.Get());
+}
+
 void LibraryManager::Connect(IImportsContainer& imports, const Proxies& proxies)
 {
     for (const auto& [property, proxy] : proxies)
@@ -158,7 +182,7 @@ void LibraryManager::TellMetadata(const ExportPlace& place, IObjectBase& object)
     const auto plugin = Query<ITVXPlugin>(&object);
     if (!plugin)
         return;
-    const auto map = MakeSettingsMap(*this);
+    const auto map = MakeMetadataMap();
     if (!map)
     {
         importProblems_.push_back(map.GetError());
@@ -167,6 +191,22 @@ void LibraryManager::TellMetadata(const ExportPlace& place, IObjectBase& object)
     const auto build = ReadBuildInformation(catalog_.GetModules()[place.module].file);
     WriteMetadata(**map, *place.entry, build ? *build : BuildInformation());
     plugin->SetMetadataMap(map->Get());
+}
+
+// Texts are all that this map keeps, so the export that makes it is not asked for its imports: one that is missing does not
+// keep plug-in objects from their metadata.
+Outcome<Ref<ISimpleMap>> LibraryManager::MakeMetadataMap()
+{
+    const auto place = catalog_.FindById(SettingsMapExport);
+    if (place.entry == nullptr)
+        return NotExported(SettingsMapExport);
+    const auto object = FetchUnconnected(place);
+    if (!object)
+        return object.GetError();
+    const auto factory = Query<IFactory>(*object);
+    if (!factory)
+        return Refused(SettingsMapExport, IFactory::Id);
+    return MakeSettingsMap(*factory);
 }
 
 Error LibraryManager::Refused(std::string_view id, const char* interfaceId)

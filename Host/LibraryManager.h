@@ -4,7 +4,9 @@
 #include "Helpers/Ref.h"
 #include "Host/Module.h"
 #include "Host/ModuleCatalog.h"
+#include "Interfaces/IConfigurable.h"
 #include "Interfaces/IImportsContainer.h"
+#include "Interfaces/ISimpleMap.h"
 
 #include <deque>
 #include <map>
@@ -37,6 +39,10 @@ public:
     // under "com.talvere.general.tvx.LibManagerContract/1.0" from the start: it answers ILibManager and IFormatReaders.
     void Offer(const std::string& contract, const Ref<IObjectBase>& object);
 
+    // The configuration of all exports that take one (IConfigurable): each is given it before its imports. Those that were
+    // asked for earlier go without it. Whether an export can use it makes no difference here.
+    void Configure(const Ref<IConfiguration>& configuration);
+
     // The object of an export, connected with its imports: each is given as a proxy for the export that fulfils its contract.
     // Fails: NotExported, MissingImport for a required import that nothing fulfils, and as Module.
     Outcome<Ref<IObjectBase>> GetExport(std::string_view id);
@@ -67,7 +73,8 @@ public:
     // For the proxies: as GetExport; a failure gives null and becomes an import problem.
     Ref<IObjectBase> FetchImport(std::string_view id);
 
-    // Why imports could not be fetched when their exports asked for them.
+    // Why imports could not be fetched when their exports asked for them, and why plug-in objects had to go without what
+    // is said of them.
     const std::vector<Error>& GetImportProblems() const { return importProblems_; }
 
 private:
@@ -83,16 +90,20 @@ private:
     static Error Refused(std::string_view id, const char* interfaceId);
 
     Outcome<Ref<IObjectBase>> Fetch(const ExportPlace& place);
+    Outcome<Ref<IObjectBase>> FetchUnconnected(const ExportPlace& place);
     Outcome<const Module*> GetModule(std::size_t place);
     Outcome<Proxies> MakeProxies(const Export& entry);
+    void GiveConfiguration(IObjectBase& object) const;
     static void Connect(IImportsContainer& imports, const Proxies& proxies);
     Ref<IObjectBase> MakeProxy(const std::string& contract);
     void TellMetadata(const ExportPlace& place, IObjectBase& object);
+    Outcome<Ref<ISimpleMap>> MakeMetadataMap();
 
     ModuleCatalog catalog_;
     std::deque<Loaded> modules_;  // stay where they are: a module at work may have another one loaded
     std::map<std::string, Ref<IObjectBase>, std::less<>> exports_;
     std::map<std::string, Ref<IObjectBase>, std::less<>> offered_;
+    Ref<IConfiguration> configuration_;
     std::vector<Error> importProblems_;
     Ref<LibManagerFace> face_;
 };

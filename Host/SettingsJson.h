@@ -24,7 +24,7 @@ Outcome<std::size_t> ReadSettings(std::string_view text, std::string_view origin
 
 // The text of a settings file for map, indented, with a line end at its end.
 // Fails: BadSettings for what no file can say: a key with a value of its own and others below it, more than 200 levels,
-// bytes that are no UTF-8.
+// bytes that are no UTF-8; and as ReadEntries.
 Outcome<std::string> WriteSettings(ISimpleMap& map);
 
 }  // namespace tvx::host

@@ -4,7 +4,10 @@
 #include "Src/CVariantArray.h"
 #include "Src/CollectionFactory.h"
 #include "Src/Map.h"
+#include "Tests/Support/LimitedMemory.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <random>
 
@@ -250,6 +253,19 @@ TEST_F(JsonContainers, RefuseToWriteAnArrayWithANullElement)
     CaptureOutput([&] { EXPECT_EQ(writer->WriteNamedObject("object", array.Get()), TVX_E_FAIL); });
 }
 
+TEST_F(JsonContainers, FailToWriteACollectionThatContainsItself)
+{
+    const auto collection = MakeCollection();
+    collection->Add(collection.Get());
+    const auto writer = BeginWriting();
+    const auto output =
+        CaptureOutput([&] { EXPECT_EQ(writer->WriteNamedObject("object", collection.Get()), TVX_E_FAIL); });
+    EXPECT_NE(output.find("objects lie in one another more than 256 deep"), std::string::npos) << output;
+    EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1) << output;
+    collection->Clear();
+    EXPECT_TRUE(collection->IsUnique());
+}
+
 TEST_F(JsonContainers, RefuseSequencesOfWrongItems)
 {
     for (const auto& text :
@@ -281,6 +297,29 @@ TEST_F(JsonContainers, ReadArraysOfHostileSizesLeniently)
         EXPECT_EQ(read->GetSize(&size), TVX_OK);
         EXPECT_EQ(size, row.size) << row.content;
     }
+}
+
+// An array is lenient to what it cannot read, but a document with an object of a format that nobody reads is not read.
+TEST_F(JsonContainers, RefuseAnArrayWithAnObjectOfAnUnknownFormat)
+{
+    const auto text = Document(ArrayFormat, R"("size":2,"param0":{"$format":"unknown"},"param1":null)");
+    const auto output = CaptureOutput([&] { EXPECT_FALSE(Read(text)); });
+    EXPECT_EQ(result_, TVX_E_FAIL);
+    EXPECT_NE(output.find("no installed module reads the format \"unknown\""), std::string::npos) << output;
+    EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1) << output;
+}
+
+TEST_F(JsonContainers, FailToReadAnArrayThatNoMemoryHolds)
+{
+    if (!LimitedMemory::IsSurvived())
+        GTEST_SKIP() << "the sanitizers need more memory than any limit leaves them";
+    const auto readAndExit = [&]
+    {
+        const LimitedMemory memory(32 << 20);
+        const auto read = Read(Document(ArrayFormat, "\"size\":2147483647"));
+        std::_Exit(TVX_FAILED(result_) && !read ? 0 : 1);
+    };
+    EXPECT_EXIT(readAndExit(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Host/LibraryManager.h"
 
+#include "Host/Configuration.h"
 #include "Host/IFormatReaders.h"
 #include "Host/ModuleFile.h"
 #include "Interfaces/IFactory.h"
@@ -314,6 +315,58 @@ TEST(LibraryManager, PrefersWhatTheHostOffersAndLetsItGoInTheEnd)
     EXPECT_TRUE(probe->IsUnique());
     probe = nullptr;
     EXPECT_TRUE(died);
+}
+
+// The logger lists the installed plug-ins when it is told that its imports are set, if the configuration says so.
+TEST(LibraryManager, GivesTheConfigurationBeforeTheImports)
+{
+    const auto connectLogger = [](const ConfigurationEntries& entries)
+    {
+        LibraryManager manager(
+            MakeCatalog({GetTestModule("Recorder"), GetTestModule("Left"), GetRealModule("TVXGenericPlugins")}));
+        manager.Configure(Ref<IConfiguration>(MakeRef<Configuration>("file", entries)));
+        EXPECT_TRUE(manager.GetExport("test.Recorder/1.0"));  // takes none
+        EXPECT_TRUE(manager.GetExport("com.talvere.general.tvx.BasicLogger/1.0"));
+    };
+    constexpr const char listing[] = " DEBUG [com.talvere.general.tvx.BasicLogger/1.0] Printing installed plugins";
+    const ConfigurationEntries low = {{"Main\\MinLevel", {ConfigurationValue::Kind::Number, "2"}}};
+    EXPECT_NE(CaptureOutput([&] { connectLogger(low); }).find(listing), std::string::npos);
+    EXPECT_EQ(CaptureOutput([&] { connectLogger({}); }).find(listing), std::string::npos);
+}
+
+TEST(LibraryManager, LetsGoOfTheConfigurationInTheEnd)
+{
+    const auto configuration = MakeRef<Configuration>("file", ConfigurationEntries());
+    CaptureOutput(
+        [&]
+        {
+            LibraryManager manager(MakeRealCatalog());
+            manager.Configure(Ref<IConfiguration>(configuration));
+            EXPECT_TRUE(manager.GetExport("com.talvere.general.tvx.BasicLogger/1.0"));
+            EXPECT_FALSE(configuration->IsUnique());
+        });
+    EXPECT_TRUE(configuration->IsUnique());
+}
+
+TEST(LibraryManager, TellsAPluginObjectItsMetadataWhenItIsConnectedAndTakesBothBackInTheEnd)
+{
+    const auto output = CaptureOutput(
+        []
+        {
+            LibraryManager manager(MakeCatalog({GetTestModule("Plugin"), GetRealModule("TVXGenericPlugins")}));
+            EXPECT_TRUE(manager.GetExport("test.Plugin/1.0"));
+            EXPECT_EQ(manager.GetLoadedFiles(),
+                      (std::vector{GetTestModule("Plugin"), GetRealModule("TVXGenericPlugins")}));
+        });
+    EXPECT_EQ(output, "Plugin: loaded\n"
+                      "Plugin: SetImport LibManager\n"
+                      "Plugin: OnImportsSet\n"
+                      "PlugDLL created\n"
+                      "Plugin: SetMetadataMap\n"
+                      "Plugin: ClearImports\n"
+                      "Plugin: SetMetadataMap null\n"
+                      "PlugDLL deleted\n"
+                      "Plugin: unloaded\n");
 }
 
 TEST(LibraryManager, ListsTheInstalledExportsWithTheirVersions)

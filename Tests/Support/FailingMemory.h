@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <limits>
 
-// Want of memory on request: the unit tests' program has its own operator new (Tests/Unit/OperatorNew.cpp), which looks here.
+// Want of memory on request: a program with Tests/Support/OperatorNew.cpp has its own operator new, which looks here.
 namespace tvx::test
 {
 

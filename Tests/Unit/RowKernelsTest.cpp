@@ -17,6 +17,8 @@ using Row = std::vector<std::byte>;
 
 constexpr std::size_t MaxWidth = 130;
 constexpr std::size_t Misalignments[] = {0, 1, 2, 3, 5, 7};
+constexpr std::size_t ElementSizes[] = {1, 2, 4};
+constexpr std::size_t Heights[] = {1, 2, 3, 4, 7};
 constexpr std::byte Sentinel{0xA5};
 
 // Bytes that differ from their neighbours, between sentinels.
@@ -60,7 +62,7 @@ TEST(RowKernels, ReverseChannelsAsThePlainOnesDo)
     OnEveryTarget(
         []
         {
-            for (const std::size_t elementSize : {1, 2, 4})
+            for (const auto elementSize : ElementSizes)
             {
                 const auto reverse = FindChannelReversal(static_cast<std::int32_t>(elementSize));
                 const auto plainly = plain::FindChannelReversal(static_cast<std::int32_t>(elementSize));
@@ -88,7 +90,7 @@ TEST(RowKernels, ReverseRowsAsThePlainOnesDo)
             {
                 for (const auto misalignment : Misalignments)
                 {
-                    for (const std::size_t height : {1, 2, 3, 4, 7})
+                    for (const auto height : Heights)
                     {
                         auto rows = MakeRow(misalignment, stride * height);
                         auto expected = rows;
@@ -112,7 +114,7 @@ TEST(RowKernels, AreThereForElementsOfOneTwoAndFourBytesOnly)
 
 TEST(PlainRowKernels, ReverseTheThreeChannelsOfEachPixel)
 {
-    for (const std::size_t elementSize : {1, 2, 4})
+    for (const auto elementSize : ElementSizes)
     {
         const std::size_t width = 5;
         const auto row = MakeRow(0, 3 * elementSize * width);
@@ -132,7 +134,7 @@ TEST(PlainRowKernels, ReverseTheThreeChannelsOfEachPixel)
 
 TEST(PlainRowKernels, ReverseTheOrderOfTheRows)
 {
-    for (const std::size_t height : {1, 2, 5})
+    for (const auto height : Heights)
     {
         const std::size_t stride = 3;
         const auto rows = MakeRow(0, stride * height);
