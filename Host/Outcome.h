@@ -22,6 +22,7 @@ enum class ErrorKind
     MissingImport,  // a required import that no installed module fulfils
     Misbehaved,     // the module does not keep what its document promises
     BadSettings,    // a settings file that is no settings file, or a map that no settings file can say
+    BadPicture,     // a picture file that is no picture, or an image that no picture file can say
 };
 
 // A failure: the kind for programs, and for people one line that names the file concerned.
@@ -31,11 +32,11 @@ struct Error
     std::string message;
 };
 
-// The one way to make an error from text that files or users supplied: a control character becomes '?', so that the
-// message stays one line and no file can send commands to a terminal.
-inline Error MakeError(ErrorKind kind, std::string message)
+// Text that files or users supplied, fit to be shown: a control character becomes '?', so that it stays one line and no file
+// can send commands to a terminal.
+inline std::string MakeOneLine(std::string text)
 {
-    for (char& character : message)
+    for (char& character : text)
     {
         const auto code = static_cast<unsigned char>(character);
         if (code < 0x20 || code == 0x7F)
@@ -43,7 +44,13 @@ inline Error MakeError(ErrorKind kind, std::string message)
             character = '?';
         }
     }
-    return {kind, std::move(message)};
+    return text;
+}
+
+// The one way to make an error from such text.
+inline Error MakeError(ErrorKind kind, std::string message)
+{
+    return {kind, MakeOneLine(std::move(message))};
 }
 
 // The result of an operation that gives a T or fails with an error.
