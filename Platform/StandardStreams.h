@@ -17,11 +17,13 @@ std::ostream& GetStandardOutput();
 void WriteLine(std::initializer_list<std::string_view> parts) noexcept;
 
 // Keeps the process's standard output for what is written through this object: what anybody else writes there, this program
-// or a module, is kept aside as long as the process lives. Where the system refuses, nothing is kept aside. Made once.
+// or a module, is kept aside until this object dies, which gives standard output back. Where the system refuses, nothing is
+// kept aside. One at a time.
 class OutputDiversion
 {
 public:
     OutputDiversion();
+    ~OutputDiversion();
     OutputDiversion(const OutputDiversion&) = delete;
     OutputDiversion& operator=(const OutputDiversion&) = delete;
 
@@ -32,7 +34,7 @@ public:
     std::string Read() const;
 
 private:
-    int output_;
+    int output_ = -1;
     int aside_ = -1;
 };
 

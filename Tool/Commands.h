@@ -16,6 +16,9 @@ namespace tvx::tool
 void AddListCommand(CLI::App& program, ExitCode& code);
 void AddInfoCommand(CLI::App& program, ExitCode& code);
 void AddSettingsCommand(CLI::App& program, ExitCode& code);
+void AddImageCommand(CLI::App& program, ExitCode& code);
+void AddLogCommand(CLI::App& program, ExitCode& code);
+void AddConfigCommand(CLI::App& program, ExitCode& code);
 void AddTourCommand(CLI::App& program, ExitCode& code);
 
 // Where modules are looked for: the places given by --path, then TVX_PATH, then the program's own folder.

@@ -14,15 +14,19 @@ ExitCode GetExitCode(host::ErrorKind kind)
 
 void Console::Print(std::string_view text) const
 {
-    if (output_.Write(text))
-        return;
-    Complain("standard output cannot be written to");
-    std::exit(CannotRead);
+    if (!output_.Write(text))
+        std::exit(FailForOutput());
 }
 
-void Console::Complain(std::string_view what) const
+void Console::Complain(std::string_view what)
 {
     std::cerr << "tvx: " << what << std::endl;
+}
+
+ExitCode Console::FailForOutput()
+{
+    Complain("standard output cannot be written to");
+    return CannotRead;
 }
 
 ExitCode Console::Fail(const host::Error& error) const

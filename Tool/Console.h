@@ -23,7 +23,7 @@ enum ExitCode : int
 ExitCode GetExitCode(host::ErrorKind kind);
 
 // Where the commands write: answers to standard output, everything else to standard error. What modules write to standard
-// output is kept aside, so that it never stands between the answers.
+// output while it lives is kept aside, so that it never stands between the answers.
 class Console
 {
 public:
@@ -31,7 +31,10 @@ public:
     void Print(std::string_view text) const;
 
     // One line.
-    void Complain(std::string_view what) const;
+    static void Complain(std::string_view what);
+
+    // Complains that standard output cannot be written to, and gives the exit code.
+    static ExitCode FailForOutput();
 
     // Complains and gives the exit code. When a module misbehaved, what modules had to say meanwhile follows: it may be the
     // reason.

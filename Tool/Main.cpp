@@ -7,8 +7,9 @@
 namespace
 {
 
-constexpr const char ExitCodes[] = "Exit codes: 0 done, 1 the answer is no (a key is absent), 2 wrong usage,\n"
-                                   "3 a file or module cannot be read or written, 4 a module misbehaved.";
+constexpr const char ExitCodes[] = "Exit codes: 0 done, 1 the answer is no (a key is absent, a picture has not\n"
+                                   "the form that is needed, a configuration has warnings), 2 wrong usage, 3 a file\n"
+                                   "or module cannot be read or written, 4 a module misbehaved.";
 
 // An answer that is cut off is none.
 int PrintAnswer(const CLI::App& program, const CLI::Success& asked)
@@ -30,6 +31,9 @@ int Run(int count, char** arguments)
     tvx::tool::AddListCommand(program, code);
     tvx::tool::AddInfoCommand(program, code);
     tvx::tool::AddSettingsCommand(program, code);
+    tvx::tool::AddImageCommand(program, code);
+    tvx::tool::AddLogCommand(program, code);
+    tvx::tool::AddConfigCommand(program, code);
     tvx::tool::AddTourCommand(program, code);
     try
     {

@@ -5,6 +5,7 @@
 #include "Host/HostString.h"
 #include "Interfaces/IVariant.h"
 
+#include <random>
 #include <string_view>
 
 namespace tvx::tool
@@ -19,7 +20,8 @@ constexpr const char ObjectName[] = "Settings";
 const char* DescribeMode(std::string_view eventName, std::uint64_t param)
 {
     bool mode = false;
-    if (eventName != "BatchUpdatingModeChanged" || TVX_FAILED(reinterpret_cast<IVariant*>(param)->GetBool(&mode)))
+    if (eventName != "BatchUpdatingModeChanged" || param == 0 ||
+        TVX_FAILED(reinterpret_cast<IVariant*>(param)->GetBool(&mode)))
         return "";
     return mode ? " (true)" : " (false)";
 }
@@ -44,8 +46,9 @@ Result WriteToText(ISerializerFactory& factory, IObjectBase* object, std::string
     Ref<IString> made;
     const auto ended = document->End();
     const auto result = TVX_FAILED(ended) ? ended : document->GetText(made.Receive());
-    if (made)
-        text = made->GetText();
+    if (!made)
+        return TVX_FAILED(result) ? result : TVX_E_FAIL;
+    text = made->GetText();
     return result;
 }
 
@@ -61,6 +64,20 @@ Result ReadFromText(ISerializerFactory& factory, const std::string& text, Ref<IO
     const auto result = reader->ReadNamedObject(ObjectName, object.Receive());
     document->End();
     return result;
+}
+
+std::filesystem::path MakeTourFolder()
+{
+    std::error_code failed;
+    const auto parent = std::filesystem::temp_directory_path(failed);
+    std::random_device random;
+    while (!failed)
+    {
+        auto folder = parent / ("tvx-tour-" + std::to_string(random()));
+        if (std::filesystem::create_directory(folder, failed))
+            return folder;
+    }
+    return {};
 }
 
 }  // namespace tvx::tool

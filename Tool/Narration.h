@@ -7,6 +7,7 @@
 #include "Interfaces/Ref.h"
 #include "Platform/StandardStreams.h"
 
+#include <filesystem>
 #include <ostream>
 #include <string>
 
@@ -33,5 +34,8 @@ public:
 // The JSON text that a fresh serializer makes of an object, through its two faces, and the way back.
 Result WriteToText(ISerializerFactory& factory, IObjectBase* object, std::string& text);
 Result ReadFromText(ISerializerFactory& factory, const std::string& text, Ref<IObjectBase>& object);
+
+// A new folder among the system's temporary files; empty when there cannot be one.
+std::filesystem::path MakeTourFolder();
 
 }  // namespace tvx::tool

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Helpers/NumberText.h"
 #include "Host/SettingsJson.h"
+#include "Host/SettingsMap.h"
 #include "Host/TextFile.h"
 #include "Tool/Commands.h"
 #include "Tool/DocumentPrinter.h"
@@ -26,6 +27,8 @@ struct SettingsOptions
     bool json = false;
 };
 
+using Json = nlohmann::ordered_json;
+
 using Action = ExitCode (*)(const Console& console, ISimpleMap& map, const SettingsOptions& options);
 
 ExitCode PrintSettings(const Console& console, ISimpleMap& map)
@@ -37,31 +40,43 @@ ExitCode PrintSettings(const Console& console, ISimpleMap& map)
     return Ok;
 }
 
-// The value as the type asked for; empty when the key is absent.
-nlohmann::ordered_json ReadTyped(ISimpleMap& map, const SettingsOptions& options)
+// The text of a key; empty when the key is absent.
+host::Outcome<Json> ReadText(ISimpleMap& map, const std::string& key)
 {
+    Ref<IString> text;
+    if (map.GetString(key.c_str(), text.Receive()) != TVX_S_VALUE)
+        return Json();
+    if (!text)
+        return host::MakeError(host::ErrorKind::Misbehaved, "the map gives no text for its key \"" + key + "\"");
+    return Json(text->GetText());
+}
+
+// The value as the type asked for; empty when the key is absent.
+host::Outcome<Json> ReadTyped(ISimpleMap& map, const SettingsOptions& options)
+{
+    if (options.type == "text")
+        return ReadText(map, options.key);
     std::int32_t integer = 0;
     if (options.type == "int" && map.GetInt(options.key.c_str(), &integer) == TVX_OK)
-        return integer;
+        return Json(integer);
     double number = 0.0;
     if (options.type == "double" && map.GetDouble(options.key.c_str(), &number) == TVX_OK)
-        return std::isfinite(number) ? nlohmann::ordered_json(number) : NumberText(number).Get();
-    Ref<IString> text;
-    if (options.type == "text" && map.GetString(options.key.c_str(), text.Receive()) == TVX_S_VALUE)
-        return text->GetText();
-    return nullptr;
+        return std::isfinite(number) ? Json(number) : Json(NumberText(number).Get());
+    return Json();
 }
 
 ExitCode Get(const Console& console, ISimpleMap& map, const SettingsOptions& options)
 {
     const auto value = ReadTyped(map, options);
-    if (value.is_null())
+    if (!value)
+        return console.Fail(value.GetError());
+    if (value->is_null())
     {
         console.Complain("\"" + options.key + "\" is absent");
         return AnswerIsNo;
     }
-    const bool plain = value.is_string() && !options.json;
-    console.Print(plain ? value.get<std::string>() + "\n" : PrintJson(value));
+    const bool plain = value->is_string() && !options.json;
+    console.Print(plain ? value->get<std::string>() + "\n" : PrintJson(*value));
     return Ok;
 }
 
@@ -86,28 +101,28 @@ bool IsAtOrBelow(std::string_view key, std::string_view path)
 
 ExitCode List(const Console& console, ISimpleMap& map, const SettingsOptions& options)
 {
-    auto entries = nlohmann::ordered_json::object();
-    auto& members = entries.get_ref<nlohmann::ordered_json::object_t&>();
+    const auto entries = host::ReadEntries(map);
+    if (!entries)
+        return console.Fail(entries.GetError());
+    auto listed = Json::object();
+    auto& members = listed.get_ref<Json::object_t&>();
     std::string lines;
-    Ref<ISimpleMapIterator> iterator;
-    if (TVX_FAILED(map.GetIterator(iterator.Receive())))
-        return console.Fail({host::ErrorKind::Misbehaved, "the map gives no iterator"});
-    for (; iterator->GetKey() != nullptr; iterator->Next())
+    for (const auto& [key, value] : *entries)
     {
-        if (!IsAtOrBelow(iterator->GetKey(), options.key))
+        if (!IsAtOrBelow(key, options.key))
             continue;
-        members.emplace_back(iterator->GetKey(), iterator->GetValue());  // no key stands twice, so none is looked for
-        lines.append(iterator->GetKey()).append(" = ").append(iterator->GetValue()).append("\n");
+        members.emplace_back(key, value);  // no key stands twice, so none is looked for
+        lines.append(key).append(" = ").append(value).append("\n");
     }
-    console.Print(options.json ? PrintJson(entries) : lines);
-    return entries.empty() ? AnswerIsNo : Ok;
+    console.Print(options.json ? PrintJson(listed) : lines);
+    return listed.empty() ? AnswerIsNo : Ok;
 }
 
 ExitCode Sub(const Console& console, ISimpleMap& map, const SettingsOptions& options)
 {
     Ref<ISimpleMap> below;
     const auto result = map.GetSubMap(options.key.c_str(), below.Receive());
-    if (TVX_FAILED(result))
+    if (TVX_FAILED(result) || !below)
         return console.Fail(
             {host::ErrorKind::Misbehaved, "the map gives no sub-map, result " + std::to_string(result)});
     const auto printed = PrintSettings(console, *below);

@@ -18,36 +18,12 @@ namespace
 
 constexpr const char JsonContract[] = "com.talvere.serializers.JSONSerializerContract/1.0";
 
-std::string GetText(ISimpleMap& map, const char* key)
-{
-    Ref<IString> text;
-    return map.GetString(key, text.Receive()) == TVX_S_VALUE ? text->GetText() : "";
-}
-
-void SayEntries(ISimpleMap& map)
-{
-    Ref<ISimpleMapIterator> iterator;
-    if (TVX_FAILED(map.GetIterator(iterator.Receive())))
-        return;
-    for (; iterator->GetKey() != nullptr; iterator->Next())
-        Say("  ", iterator->GetKey(), " = ", iterator->GetValue());
-}
-
 // How many entries both maps have, or -1 when they differ.
 int CountEqualEntries(ISimpleMap& left, ISimpleMap& right)
 {
-    Ref<ISimpleMapIterator> one;
-    Ref<ISimpleMapIterator> other;
-    if (TVX_FAILED(left.GetIterator(one.Receive())) || TVX_FAILED(right.GetIterator(other.Receive())))
-        return -1;
-    int count = 0;
-    for (; one->GetKey() != nullptr && other->GetKey() != nullptr; one->Next(), other->Next(), ++count)
-    {
-        if (std::string_view(one->GetKey()) != other->GetKey() ||
-            std::string_view(one->GetValue()) != other->GetValue())
-            return -1;
-    }
-    return one->GetKey() == nullptr && other->GetKey() == nullptr ? count : -1;
+    const auto one = host::ReadEntries(left);
+    const auto other = host::ReadEntries(right);
+    return one && other && *one == *other ? static_cast<int>(one->size()) : -1;
 }
 
 }  // namespace
@@ -58,7 +34,8 @@ ExitCode Tour::Run()
 {
     Say("A tour of TVX Generic Plugins on ", file_);
     const bool whole = ShowDocuments() && LoadModules() && WriteInBatch() && ReadTyped() && ReadSubMap() &&
-                       KeepObject() && UseContainers() && SerialiseMap() && ReadMapBack();
+                       KeepObject() && UseContainers() && PaintImage() && UseLogger() && SerialiseMap() &&
+                       ReadMapBack();
     if (whole)
         Unload();
     if (!Platform::GetStandardOutput().flush() && code_ == Ok)
@@ -89,13 +66,14 @@ bool Tour::LoadModules()
     if (!map)
         return Fail(map.GetError());
     map_ = std::move(*map);
-    auto serializers = manager_->GetExportAs<ISerializerFactory>(json.entry == nullptr ? JsonContract : json.entry->id);
+    const std::string serializer = json.entry == nullptr ? JsonContract : json.entry->id;
+    auto serializers = manager_->GetExportAs<ISerializerFactory>(serializer);
     if (!serializers)
         return Fail(serializers.GetError());
     serializers_ = std::move(*serializers);
     for (const auto& file : manager_->GetLoadedFiles())
         Say("  loaded ", file.filename().string());
-    Say("  import \"Serializer\" <- ", json.entry->id);
+    Say("  import \"Serializer\" <- ", serializer);
     return true;
 }
 
@@ -136,7 +114,8 @@ bool Tour::ReadTyped()
         return false;
     Say("  GetInt     Acquisition\\ExposureMicroseconds -> ", exposure);
     Say("  GetDouble  Acquisition\\Gain -> ", gain);
-    Say("  GetString  Storage\\Notes -> ", GetText(*map_, "Storage\\Notes"));
+    if (!SayText("  GetString  Storage\\Notes -> ", "Storage\\Notes"))
+        return false;
     Say("  GetString  Acquisition\\Colour -> result ", TVX_S_NOKEY, ", there is no such key");
     return true;
 }
@@ -145,9 +124,27 @@ bool Tour::ReadSubMap()
 {
     OpenChapter("Take a sub-map: everything below a path, as a map of its own.");
     Ref<ISimpleMap> below;
-    if (!Expect("GetSubMap", map_->GetSubMap("Acquisition\\Region", below.Receive()), TVX_S_VALUE))
-        return false;
-    SayEntries(*below);
+    return Expect("GetSubMap", map_->GetSubMap("Acquisition\\Region", below.Receive()), TVX_S_VALUE, below) &&
+           SayEntries(*below);
+}
+
+bool Tour::SayText(std::string_view words, const char* key)
+{
+    Ref<IString> text;
+    const auto result = map_->GetString(key, text.Receive());
+    if (result == TVX_S_VALUE && !text)
+        return FailForNull("GetString");
+    Say(words, result == TVX_S_VALUE ? text->GetText() : "");
+    return true;
+}
+
+bool Tour::SayEntries(ISimpleMap& map)
+{
+    const auto entries = host::ReadEntries(map);
+    if (!entries)
+        return Fail(entries.GetError());
+    for (const auto& [key, value] : *entries)
+        Say("  ", key, " = ", value);
     return true;
 }
 
@@ -156,11 +153,10 @@ bool Tour::KeepObject()
     OpenChapter("Keep a whole object in one entry: here a sub-map, as the JSON that the imported serializer makes.");
     Ref<ISimpleMap> zoom;
     Ref<IObject> back;
-    if (!Expect("GetSubMap", map_->GetSubMap("Display\\Zoom", zoom.Receive()), TVX_S_VALUE) ||
-        !Expect("SetObject", map_->SetObject("Presets\\Zoom", zoom.Get()), TVX_OK))
-        return false;
-    Say("  Presets\\Zoom = ", GetText(*map_, "Presets\\Zoom"));
-    if (!Expect("GetObject", map_->GetObject("Presets\\Zoom", back.Receive()), TVX_OK))
+    if (!Expect("GetSubMap", map_->GetSubMap("Display\\Zoom", zoom.Receive()), TVX_S_VALUE, zoom) ||
+        !Expect("SetObject", map_->SetObject("Presets\\Zoom", zoom.Get()), TVX_OK) ||
+        !SayText("  Presets\\Zoom = ", "Presets\\Zoom") ||
+        !Expect("GetObject", map_->GetObject("Presets\\Zoom", back.Receive()), TVX_OK, back))
         return false;
     const auto preset = Query<ISimpleMap>(back);
     const int count = preset ? CountEqualEntries(*zoom, *preset) : -1;
@@ -186,7 +182,7 @@ bool Tour::ReadMapBack()
 {
     OpenChapter("Read it back. The host finds the export that reads the format; the two maps must be equal.");
     Ref<IObjectBase> object;
-    if (!Expect("the deserializer", ReadFromText(*serializers_, document_, object), TVX_OK))
+    if (!Expect("the deserializer", ReadFromText(*serializers_, document_, object), TVX_OK, object))
         return false;
     copy_ = Query<ISimpleMap>(object);
     const int count = copy_ ? CountEqualEntries(*map_, *copy_) : -1;
@@ -233,6 +229,11 @@ bool Tour::Expect(std::string_view what, Result result, Result wanted)
                                                        (result == TVX_S_NOKEY ? " finds no key" : " finds one")});
     return Fail({host::ErrorKind::Misbehaved,
                  std::string(what) + " gives " + std::to_string(result) + " instead of " + std::to_string(wanted)});
+}
+
+bool Tour::FailForNull(std::string_view what)
+{
+    return Fail({host::ErrorKind::Misbehaved, std::string(what) + " gives null"});
 }
 
 }  // namespace tvx::tool

@@ -3,10 +3,13 @@
 
 #include "Host/LibraryManager.h"
 #include "Interfaces/ICollection.h"
+#include "Interfaces/IImage.h"
+#include "Interfaces/IMap.h"
 #include "Interfaces/ISerializerFactory.h"
 #include "Interfaces/ISimpleMap.h"
 #include "Tool/Console.h"
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,16 +36,36 @@ private:
     bool ReadSubMap();
     bool KeepObject();
     bool UseContainers();
+    bool PaintImage();
+    bool UseLogger();
     bool SerialiseMap();
     bool ReadMapBack();
     void Unload();
 
     void SwitchBatchOff(std::size_t count);
+    // An absent key's text is empty.
+    bool SayText(std::string_view words, const char* key);
+    bool SayEntries(ISimpleMap& map);
+    bool MakeContainers(Ref<ICollection>& collection, Ref<IMap>& dictionary);
     bool RepeatCollection(ICollection& collection);
+    bool SavePictures(IImage& image);
+    bool SavePicture(IImage& image, const std::filesystem::path& file);
+    bool TurnImage(IImage& image);
+    bool MovePixels(IImageFactory& images, IImage& image);
+    bool ConfigureLogger(const std::filesystem::path& file, const std::string& text);
+    bool SayFile(const std::filesystem::path& file);
     void OpenChapter(std::string_view title);
     bool Fail(const host::Error& error);
     // Fails when result is not the one wanted. A key that is there or not makes it the settings file's fault.
     bool Expect(std::string_view what, Result result, Result wanted);
+
+    // The same for an operation that gives an object: a null with the result wanted is a failure, too.
+    template <class Interface>
+    bool Expect(std::string_view what, Result result, Result wanted, const Ref<Interface>& given)
+    {
+        return Expect(what, result, wanted) && (given || FailForNull(what));
+    }
+    bool FailForNull(std::string_view what);
 
     host::ModuleCatalog catalog_;
     std::string file_;

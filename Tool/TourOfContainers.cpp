@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Interfaces/ICollection.h"
 #include "Interfaces/IFactory.h"
-#include "Interfaces/IMap.h"
 #include "Interfaces/ISerializable.h"
 #include "Interfaces/ITVXPlugin.h"
 #include "Interfaces/IVariantArray.h"
@@ -32,14 +31,19 @@ Ref<IVariantArray> MakeArray(IFactory& factory)
     return array;
 }
 
-void SayPlugin(const Ref<ICollectionFactory>& factory)
+// Gives whether what the plug-in says of itself can be shown, or it says nothing.
+bool SayPlugin(const Ref<ICollectionFactory>& factory)
 {
     Ref<IString> name;
     Ref<IString> version;
     const auto plugin = Query<ITVXPlugin>(factory);
-    if (plugin && plugin->GetName(name.Receive()) == TVX_S_VALUE &&
-        plugin->GetVersion(version.Receive()) == TVX_S_VALUE)
-        Say("  the plug-in says of itself: ", name->GetText(), ", version ", version->GetText());
+    if (!plugin || plugin->GetName(name.Receive()) != TVX_S_VALUE ||
+        plugin->GetVersion(version.Receive()) != TVX_S_VALUE)
+        return true;
+    if (!name || !version)
+        return false;
+    Say("  the plug-in says of itself: ", name->GetText(), ", version ", version->GetText());
+    return true;
 }
 
 // Adds what the collection is to hold, the dictionary in front, with somebody listening.
@@ -60,28 +64,34 @@ bool Tour::UseContainers()
 {
     OpenChapter(
         "Put objects together: a dictionary of objects, an array of values, a collection that tells its changes.");
+    Ref<ICollection> collection;
+    Ref<IMap> dictionary;
+    if (!MakeContainers(collection, dictionary) ||
+        !Expect("SetValue", dictionary->SetValue("settings", map_.Get()), TVX_OK))
+        return false;
+    const auto arrays = manager_->GetExportAs<IFactory>(VariantArrayExport);
+    if (!arrays)
+        return Fail(arrays.GetError());
+    const auto array = MakeArray(**arrays);
+    if (!array)
+        return Fail(
+            {host::ErrorKind::Misbehaved, std::string("the export \"") + VariantArrayExport + "\" makes no array"});
+    FillCollection(*collection, array.Get(), dictionary.Get());
+    return RepeatCollection(*collection);
+}
+
+bool Tour::MakeContainers(Ref<ICollection>& collection, Ref<IMap>& dictionary)
+{
     const auto collections = manager_->GetExportAs<ICollectionFactory>(CollectionExport);
     if (!collections)
         return Fail(collections.GetError());
     const auto dictionaries = manager_->GetExportAs<IMapFactory>(DictionaryExport);
     if (!dictionaries)
         return Fail(dictionaries.GetError());
-    const auto arrays = manager_->GetExportAs<IFactory>(VariantArrayExport);
-    if (!arrays)
-        return Fail(arrays.GetError());
-    SayPlugin(*collections);
-    Ref<ICollection> collection;
-    Ref<IMap> dictionary;
-    const auto array = MakeArray(**arrays);
-    if (!Expect("CreateCollection", (*collections)->CreateCollection(collection.Receive()), TVX_OK) ||
-        !Expect("CreateMap", (*dictionaries)->CreateMap(dictionary.Receive()), TVX_OK) ||
-        !Expect("SetValue", dictionary->SetValue("settings", map_.Get()), TVX_OK))
-        return false;
-    if (!array)
-        return Fail(
-            {host::ErrorKind::Misbehaved, std::string("the export \"") + VariantArrayExport + "\" makes no array"});
-    FillCollection(*collection, array.Get(), dictionary.Get());
-    return RepeatCollection(*collection);
+    if (!SayPlugin(*collections))
+        return FailForNull("the plug-in object");
+    return Expect("CreateCollection", (*collections)->CreateCollection(collection.Receive()), TVX_OK, collection) &&
+           Expect("CreateMap", (*dictionaries)->CreateMap(dictionary.Receive()), TVX_OK, dictionary);
 }
 
 // Writes the collection with all that it holds, and reads it back.
@@ -90,7 +100,7 @@ bool Tour::RepeatCollection(ICollection& collection)
     std::string text;
     Ref<IObjectBase> object;
     if (!Expect("the serializer", WriteToText(*serializers_, Query<ISerializable>(&collection).Get(), text), TVX_OK) ||
-        !Expect("the deserializer", ReadFromText(*serializers_, text, object), TVX_OK))
+        !Expect("the deserializer", ReadFromText(*serializers_, text, object), TVX_OK, object))
         return false;
     const auto read = Query<ICollection>(object);
     std::string again;

@@ -2,6 +2,7 @@
 #include "Platform/StandardStreams.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <iostream>
 
 #include <fcntl.h>
@@ -10,6 +11,35 @@
 
 namespace tvx::Platform
 {
+
+namespace
+{
+
+// Also what was written the way of C.
+void FlushStandardOutput() noexcept
+try
+{
+    std::fflush(stdout);
+    GetStandardOutput().flush();
+}
+catch (...)  // the program may have asked its stream to throw
+{
+}
+
+// Where there is no standard output its number is free, and the next file to be opened would be taken for it. What nobody can
+// write to takes its place, for good.
+void OccupyStandardOutput()
+{
+    if (fcntl(STDOUT_FILENO, F_GETFD) >= 0)
+        return;
+    const int nowhere = open("/dev/null", O_RDONLY);
+    if (nowhere == STDOUT_FILENO)
+        return;
+    dup2(nowhere, STDOUT_FILENO);
+    close(nowhere);
+}
+
+}  // namespace
 
 std::ostream& GetStandardOutput()
 {
@@ -30,13 +60,22 @@ catch (...)  // the program may have asked its stream to throw
 {
 }
 
-// Where there is no standard output its number is free: the next file to be opened must not be taken for it.
-OutputDiversion::OutputDiversion() : output_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0))
+OutputDiversion::OutputDiversion()
 {
-    GetStandardOutput().flush();
-    const int aside = memfd_create("output", MFD_CLOEXEC);
-    if (aside >= 0 && dup2(aside, STDOUT_FILENO) >= 0)
-        aside_ = aside;
+    FlushStandardOutput();
+    OccupyStandardOutput();
+    output_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    aside_ = memfd_create("output", MFD_CLOEXEC);
+    if (aside_ >= 0)
+        dup2(aside_, STDOUT_FILENO);
+}
+
+OutputDiversion::~OutputDiversion()
+{
+    FlushStandardOutput();
+    dup2(output_, STDOUT_FILENO);
+    close(output_);
+    close(aside_);
 }
 
 bool OutputDiversion::Write(std::string_view text) const
@@ -55,7 +94,7 @@ bool OutputDiversion::Write(std::string_view text) const
 
 std::string OutputDiversion::Read() const
 {
-    GetStandardOutput().flush();
+    FlushStandardOutput();
     std::string text;
     char part[4096];
     for (auto size = pread(aside_, part, sizeof part, 0); size > 0;

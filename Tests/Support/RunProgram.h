@@ -61,8 +61,9 @@ private:
 };
 
 // The tests' own variables, without those of the program and its search path, and the program's.
-inline std::vector<std::string> MakeEnvironment(const Program& program)
+inline std::vector<std::string> MakeEnvironment(Program program, const std::filesystem::path& folder)
 {
+    program.environment.try_emplace("TMPDIR", folder.string());
     std::vector<std::string> variables;
     for (char** variable = environ; *variable != nullptr; ++variable)
     {
@@ -101,7 +102,7 @@ inline int WaitFor(pid_t process)
 
 }  // namespace detail
 
-// Runs the program to its end.
+// Runs the program to its end. Its temporary files go with it.
 inline ProgramRun RunProgram(const Program& program, std::vector<std::string> arguments)
 {
     const ScratchFolder folder;
@@ -116,7 +117,7 @@ inline ProgramRun RunProgram(const Program& program, std::vector<std::string> ar
     files.Open(STDERR_FILENO, errors.string(), O_WRONLY | O_CREAT);
 
     arguments.insert(arguments.begin(), program.file);
-    auto environment = detail::MakeEnvironment(program);
+    auto environment = detail::MakeEnvironment(program, folder.GetPath());
     pid_t process = 0;
     const int failed = posix_spawn(&process, program.file.c_str(), files.Get(), nullptr,
                                    detail::GetPointers(arguments).data(), detail::GetPointers(environment).data());

@@ -272,5 +272,35 @@ TEST_F(SettingsCommand, BlamesAModuleThatMisbehavesAndShowsWhatItSaid)
         << run.errors;
 }
 
+TEST_F(SettingsCommand, BlamesAMapThatSucceedsWithANull)
+{
+    struct Row
+    {
+        const char* call;
+        Arguments action;
+        const char* complaint;
+    };
+    const auto before = Read();
+    for (const auto& row : {Row{"GetIterator of ", {"list"}, "the map gives no iterator"},
+                            Row{"GetIterator of ", {"export"}, "the map gives no iterator"},
+                            Row{"GetIterator of ", {"set", "Name", "x"}, "the map gives no iterator"},
+                            Row{"GetValue of ", {"list"}, "the map gives no value for its key \"Key\""},
+                            Row{"GetValue of ", {"export"}, "the map gives no value for its key \"Key\""},
+                            Row{"GetString Name", {"get", "Name"}, "the map gives no text for its key \"Name\""},
+                            Row{"GetSubMap Display", {"sub", "Display"}, "the map gives no sub-map, result 102"},
+                            Row{"GetIterator of Display", {"sub", "Display"}, "the map gives no iterator"}})
+    {
+        Program program;
+        program.environment["FALSE_SETTINGS"] = row.call;
+        auto action = row.action;
+        action.insert(action.end(), {"-p", GetTestModule("FalseSettings").string()});
+        const auto run = Run(action, program);
+        EXPECT_EQ(run.exitCode, 4) << row.call;
+        EXPECT_EQ(run.output, "");
+        EXPECT_EQ(run.errors, "tvx: " + std::string(row.complaint) + "\nFalseSettings: loaded\n");
+    }
+    EXPECT_EQ(Read(), before);
+}
+
 }  // namespace
 }  // namespace tvx::test

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Host/PngFile.h"
 #include "Tests/Tool/ToolTest.h"
 
 namespace tvx::test
@@ -55,14 +56,66 @@ TEST(TourCommand, GoesThroughAllChaptersOnTheRealSettings)
             "  event  \"ItemAdded\" of com.talvere.general.tvx.ICollection/2.0\n"
             "  event  \"ItemMoved\" of com.talvere.general.tvx.ICollection/2.0\n",
             "bytes of JSON, read back equal: 2 items\n",
-            "\n8. Serialise the whole map to JSON",
-            "\n9. Read it back.",
+            "\n8. Paint an image.",
+            "  GetData without a lock -> null\n",
+            "/tvx-tour-picture.png\n",
+            "/tvx-tour-picture-turned.png\n",
+            "  MakeConst  the width of the image -1, of the one that never changes 256\n",
+            "\n9. Log.",
+            "  logging.ini holds:\n    [Main]\n    MinLevel=3\n    [Net]\n    MinLevel=1\n    ToStdOut=false\n",
+            " INFO  [Tour] on standard output\n"
+            "  event  \"MessageLogged\" INFO of Main: on standard output\n"
+            "  event  \"MessageLogged\" DEBUG of Main: below the minimum, so heard alone\n"
+            "  event  \"MessageLogged\" TRACE of Net: in the file, with all its details\n"
+            "  event  \"MessageLogged\" WARN of Net: in the file, in short\n",
+            "  goes along with a crash report: ",
+            "net.log (Log File)\n  net.log holds:\n",
+            " TRACE [Socket] [Connect] [Socket.cpp:120] [ThreadID=",
+            "] in the file, with all its details\n",
+            " WARN  [Socket] in the file, in short\n",
+            "\n10. Serialise the whole map to JSON",
+            "\n11. Read it back.",
             "  equal, entry by entry: 25\n",
-            "\n10. Let everything go.",
+            "\n12. Let everything go.",
             "\nPlugDLL deleted\n",
             "\nWhat to try next:\n",
             "  tvx settings " + std::string(TVX_SETTINGS_FILE) + " list Display\n",
         }));
+}
+
+// The picture of that name that a tour has left below the folder.
+host::Picture FindPicture(const ScratchFolder& folder, const std::string& name)
+{
+    const std::filesystem::directory_iterator made(folder.GetPath());
+    return *host::ReadPng(made->path() / name);
+}
+
+TEST(TourCommand, PaintsAPictureAndTurnsIt)
+{
+    const ScratchFolder folder;
+    Program program;
+    program.environment["TMPDIR"] = folder.GetPath().string();
+    ASSERT_EQ(RunTvx({"tour", TVX_SETTINGS_FILE}, program).exitCode, 0);
+    const auto painted = FindPicture(folder, "tvx-tour-picture.png");
+    const auto turned = FindPicture(folder, "tvx-tour-picture-turned.png");
+    EXPECT_EQ(painted.GetFormat(), (host::PictureFormat{256, 128, 3, 8}));
+    const auto first = painted.GetPixels().first(3);
+    const auto last = painted.GetPixels().last(3);
+    EXPECT_EQ(std::vector(first.begin(), first.end()), (std::vector{std::byte{0}, std::byte{0}, std::byte{64}}));
+    EXPECT_EQ(std::vector(last.begin(), last.end()), (std::vector{std::byte{254}, std::byte{253}, std::byte{64}}));
+    const auto below = turned.GetRow(127).first(3);
+    EXPECT_TRUE(std::equal(below.begin(), below.end(), first.rbegin()));
+    const auto above = turned.GetRow(0).last(3);
+    EXPECT_TRUE(std::equal(above.begin(), above.end(), last.rbegin()));
+}
+
+TEST(TourCommand, NeedsAPlaceForItsPictures)
+{
+    const ScratchFolder folder;
+    Program program;
+    program.environment["TMPDIR"] = (folder.GetPath() / "missing").string();
+    EXPECT_TRUE(Stopped(RunTvx({"tour", TVX_SETTINGS_FILE}, program), 3, "8. Paint an image.",
+                        "no folder can be made among the temporary files\n"));
 }
 
 TEST(TourCommand, LeavesTheSettingsFileAsItIs)
@@ -72,6 +125,18 @@ TEST(TourCommand, LeavesTheSettingsFileAsItIs)
     const auto file = folder.Write("settings.json", text);
     EXPECT_EQ(RunTvx({"tour", file.string()}).exitCode, 0);
     EXPECT_EQ(detail::ReadAll(file), text);
+}
+
+TEST(TourCommand, TakesItsLogFilesAway)
+{
+    const ScratchFolder folder;
+    Program program;
+    program.environment["TMPDIR"] = folder.GetPath().string();
+    const auto run = RunTvx({"tour", TVX_SETTINGS_FILE}, program);
+    EXPECT_TRUE(HasInOrder(run.output, {"goes along with a crash report: " + folder.GetPath().string() + "/tvx-tour-",
+                                        "/net.log (Log File)\n"}));
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.GetPath()))
+        EXPECT_TRUE(entry.is_directory() || entry.path().extension() == ".png") << entry.path();
 }
 
 TEST(TourCommand, StopsAtABadSettingsFile)
@@ -106,6 +171,56 @@ TEST(TourCommand, BlamesAModuleThatMisbehaves)
     const auto run = RunTvx({"tour", "-p", GetTestModule("FalseSettings").string(), TVX_SETTINGS_FILE});
     EXPECT_TRUE(Stopped(run, 4, "FalseSettings: makes something else\n",
                         "the export \"" + std::string(SettingsMapExport) + "\" makes no settings map (result 0)\n"));
+}
+
+TEST(TourCommand, BlamesAModuleThatSucceedsWithANull)
+{
+    struct Row
+    {
+        const char* call;
+        const char* lastChapter;
+        const char* complaint;
+    };
+    for (const auto& row :
+         {Row{"GetString Storage\\Notes", "4. Read it typed.", "GetString gives null\n"},
+          Row{"GetSubMap Acquisition\\Region", "5. Take a sub-map", "GetSubMap gives null\n"},
+          Row{"GetIterator of Acquisition\\Region", "5. Take a sub-map", "the map gives no iterator\n"},
+          Row{"GetValue of Acquisition\\Region", "5. Take a sub-map", "the map gives no value for its key \"Key\"\n"},
+          Row{"GetSubMap Display\\Zoom", "6. Keep a whole object", "GetSubMap gives null\n"},
+          Row{"GetString Presets\\Zoom", "6. Keep a whole object", "GetString gives null\n"},
+          Row{"GetObject Presets\\Zoom", "6. Keep a whole object", "GetObject gives null\n"},
+          Row{"GetIterator of Display\\Zoom", "6. Keep a whole object", "the object read back differs"},
+          Row{"GetName", "7. Put objects together", "the plug-in object gives null\n"},
+          Row{"CreateCollection", "7. Put objects together", "CreateCollection gives null\n"},
+          Row{"CreateMap", "7. Put objects together", "CreateMap gives null\n"}})
+    {
+        Program program;
+        program.environment["FALSE_SETTINGS"] = row.call;
+        const auto run = RunTvx({"tour", "-p", GetTestModule("FalseSettings").string(), TVX_SETTINGS_FILE}, program);
+        EXPECT_TRUE(Stopped(run, 4, row.lastChapter, row.complaint)) << row.call;
+    }
+}
+
+TEST(TourCommand, GoesOnAfterAnEventWithoutItsObject)
+{
+    Program program;
+    program.environment["FALSE_SETTINGS"] = "BatchUpdatingModeChanged";
+    const auto run = RunTvx({"tour", "-p", GetTestModule("FalseSettings").string(), TVX_SETTINGS_FILE}, program);
+    EXPECT_TRUE(
+        HasInOrder(run.output, {"  event  \"BatchUpdatingModeChanged\" of com.talvere.general.tvx.ISimpleMap/1.5\n",
+                                "4. Read it typed.", "6. Keep a whole object", "an equal map of 3 entries\n"}));
+}
+
+// Its serializers have the contract for their identifier, but do not fulfil it.
+TEST(TourCommand, BlamesSerializersThatMakeNothing)
+{
+    Program program;
+    program.environment["FALSE_SETTINGS"] = "nothing that the tour calls";
+    const ProgramCopy copy({"TVXGenericPlugins"});
+    const auto run = copy.Run({"tour", "-p", GetTestModule("FalseSettings").string(), TVX_SETTINGS_FILE}, program);
+    EXPECT_TRUE(
+        HasInOrder(run.output, {"  import \"Serializer\" <- com.talvere.serializers.JSONSerializerContract/1.0\n"}));
+    EXPECT_TRUE(Stopped(run, 4, "7. Put objects together", "the serializer gives -3 instead of 0\n"));
 }
 
 TEST(TourCommand, NamesModulesThatCannotBeReadAndGoesOn)
