@@ -85,7 +85,10 @@ Outcome<Ref<IImage>> MakeImage(IImageFactory& factory, const Picture& picture)
         factory.Create(static_cast<std::int32_t>(format.width), static_cast<std::int32_t>(format.height),
                        GetColorFormat(format.channels), type, 0, image.Receive());
     if (TVX_FAILED(result) || !image)
-        return MakeError(ErrorKind::Misbehaved, "the image factory makes no image, result " + std::to_string(result));
+        return result == TVX_E_EXCEPTION
+                   ? MakeError(ErrorKind::BadPicture, "the picture does not fit into memory")
+                   : MakeError(ErrorKind::Misbehaved,
+                               "the image factory makes no image, result " + std::to_string(result));
     const bool filled =
         format.bits == 8 ? FillRows<std::uint8_t>(*image, picture) : FillRows<std::uint16_t>(*image, picture);
     if (!filled)

@@ -19,7 +19,7 @@ enum class ReversedChannels
 };
 
 // An image with the pixels of the picture: elements of one or two bytes, one, three or four channels, row order 0.
-// Fails: Misbehaved when the factory makes none, or one that does not hold them.
+// Fails: BadPicture when it does not fit into memory; Misbehaved when the factory makes none, or one that does not hold them.
 Outcome<Ref<IImage>> MakeImage(IImageFactory& factory, const Picture& picture);
 
 // The picture of any image, the first row at the top. An image that can change is locked for reading meanwhile, unless the

@@ -122,8 +122,9 @@ public:
     // Slot 25. Changes the layout between the two orders of three channels, reversing the channels of every pixel, and gives
     // 0. The layout that the image has already changes nothing.
     //   format  a ColorFormat
-    // Threads: the writer. Fails: -7 with a report when the image has been moved away, this thread is not the writer, or one of
-    // the layouts is not of three channels; -1 with a report when a row is empty; -11 without one for elements of 8 bytes.
+    // Threads: the writer. Fails: -7 with a report when the image has been moved away, this thread is not the writer, or
+    // one of the layouts is not of three channels; -1 with a report when a row has no bytes; -11 without one for elements
+    // of 8 bytes or of no known size.
     virtual Result SetColorFormat(std::int32_t format) = 0;
 
     // Slot 26. Changes the order of the rows to any other number, reversing the rows, and gives 0. The order that the image

@@ -103,7 +103,9 @@ Result CBasicLogger::OnConfigure(IConfiguration* config)
 try
 {
     TVX_RETURN_EPOINTER_IF_NULL(config);
-    ReadSection(*config, "Default", defaults_);
+    auto defaults = defaults_;
+    ReadSection(*config, "Default", defaults);
+    defaults_ = std::move(defaults);
     return TVX_OK;
 }
 catch (...)  // want of memory

@@ -83,15 +83,14 @@ Result Image::SetRowOrder(std::int32_t order)
     return TVX_OK;
 }
 
-// Rows without pixels fail before elements that are too long: a row is looked at before its elements are.
+// A row is looked at before its elements are: one without any bytes fails before elements of a size that is not handled.
 Result Image::ReverseChannels()
 {
-    const auto size = GetRaster().GetSize();
-    TVX_RETURN_FAIL_IF(size == 0);
+    TVX_RETURN_FAIL_IF(GetStride() <= 0);
     const auto reverse = FindChannelReversal(GetElementSize(GetDataType()));
     if (reverse == nullptr)
         return TVX_E_UNSUPPORTED_FORMAT;
-    reverse(GetRaster().GetPixels(), size / static_cast<std::size_t>(GetPixelSize()));
+    reverse(GetRaster().GetPixels(), GetRaster().GetSize() / static_cast<std::size_t>(GetPixelSize()));
     return TVX_OK;
 }
 

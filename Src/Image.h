@@ -15,7 +15,7 @@ public:
     // IConstImage is left out on purpose: only images that never change answer it.
     using Interfaces = InterfaceList<IImage, IImageBase, IObject, IObjectBase>;
 
-    explicit Image(Raster&& raster) noexcept : ImageBase(std::move(raster)) { KeepTable(*this); }
+    explicit Image(Raster&& raster) : ImageBase(std::move(raster)) { KeepTable(*this); }
 
     const void* GetData() override;
     void* GetWritableData() override;

@@ -51,11 +51,11 @@ Bytes GetBytes(const Picture& picture)
     return bytes;
 }
 
-void ExpectNoImage(IImageFactory& factory, const std::string& message)
+void ExpectNoImage(IImageFactory& factory, ErrorKind kind, const std::string& message)
 {
     const auto image = MakeImage(factory, test::MakePicture({2, 2, 1, 8}));
     ASSERT_FALSE(image);
-    EXPECT_EQ(image.GetError().kind, ErrorKind::Misbehaved);
+    EXPECT_EQ(image.GetError().kind, kind);
     EXPECT_EQ(image.GetError().message, message);
 }
 
@@ -138,8 +138,9 @@ TEST_F(PictureImage, LeavesTheLockAsItWas)
 
 TEST_F(PictureImage, BlamesAFactoryThatMakesNoImage)
 {
-    ExpectNoImage(*MakeRef<FalseFactory>(TVX_E_EXCEPTION), "the image factory makes no image, result -5");
-    ExpectNoImage(*MakeRef<FalseFactory>(TVX_OK), "the image factory makes no image, result 0");
+    ExpectNoImage(*MakeRef<FalseFactory>(TVX_E_EXCEPTION), ErrorKind::BadPicture,
+                  "the picture does not fit into memory");
+    ExpectNoImage(*MakeRef<FalseFactory>(TVX_OK), ErrorKind::Misbehaved, "the image factory makes no image, result 0");
 }
 
 TEST_F(PictureImage, BlamesAFactoryThatMakesAnotherImage)
@@ -147,10 +148,10 @@ TEST_F(PictureImage, BlamesAFactoryThatMakesAnotherImage)
     const std::string message = "the image factory makes an image that is not the one asked for";
     for (const auto& image : {Make(3, 2), Make(2, 3), Make(2, 2, ColorFormat::ThreeChannels),
                               Make(2, 2, ColorFormat::OneChannel, DataType::TwoBytes), Make(2, 2, 9)})
-        ExpectNoImage(*MakeRef<FalseFactory>(TVX_OK, image), message);
+        ExpectNoImage(*MakeRef<FalseFactory>(TVX_OK, image), ErrorKind::Misbehaved, message);
     const auto foreign = MakeRef<test::ForeignImage>();
     foreign->stride = 1;
-    ExpectNoImage(*MakeRef<FalseFactory>(TVX_OK, foreign), message);
+    ExpectNoImage(*MakeRef<FalseFactory>(TVX_OK, foreign), ErrorKind::Misbehaved, message);
     EXPECT_EQ(foreign->calls, "LockWrite Unlock ");
 }
 

@@ -74,6 +74,10 @@ constexpr const char* KnownIds[] = {
     "com.talvere.general.tvx.IStringSerializer/1.0",
     "com.talvere.general.tvx.IStringDeserializer/1.0",
     "com.talvere.general.tvx.ISerializerFactory/1.0",
+    "com.talvere.general.tvx.IConfiguration/1.0",
+    "com.talvere.general.tvx.IEventHandler/1.0",
+    "com.talvere.general.tvx.ISerializer/1.0",
+    "com.talvere.general.tvx.IDeserializer/1.0",
 };
 
 // What an object of one class answers: which face for which identifier.

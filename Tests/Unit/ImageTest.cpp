@@ -297,9 +297,12 @@ TEST_F(ImageFormat, StaysAsItIsForItsOwnValue)
 {
     for (const std::int32_t format : {0, 1, 2, 3, 7, -1})
     {
-        const auto image = Make(4, 2, format, 4);
+        const bool known = format >= 0 && format <= 3;
+        const auto image = known ? MakeCounting(4, 2, format, 4) : Make(4, 2, format, 4);
+        const auto before = Read(image);
         image->LockWrite();
         EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(image->SetColorFormat(format), TVX_OK); }), "");
+        EXPECT_EQ(Read(image), before);
     }
 }
 
@@ -356,13 +359,33 @@ TEST_F(ImageFormat, OfLongElementsCannotBeChanged)
 TEST_F(ImageFormat, OfEmptyRowsCannotBeChanged)
 {
     // An empty row is found before its elements are: also with elements that are too long or of no known type.
-    for (const auto& [width, type] : {std::pair(0, 0), {0, 4}, {4, 9}, {-4, 0}, {-4, 9}})
+    for (const auto& [width, type] : {std::pair(0, 0), {0, 4}, {4, 9}, {-4, 0}})
     {
         const auto image = Make(width, 1, 1, type);
         image->LockWrite();
         const auto output = CaptureOutput([&] { EXPECT_EQ(image->SetColorFormat(3), TVX_E_FAIL); });
         EXPECT_TRUE(IsReport(output, "TVX_RETURN_FAIL_IF", "Src/Image.cpp")) << width << type;
         EXPECT_EQ(image->GetColorFormat(), 1);
+    }
+}
+
+TEST_F(ImageFormat, OfElementsOfNoKnownSizeCannotBeChanged)
+{
+    const auto image = Make(-4, 1, 1, 9);  // the two signs meet: a row has 12 bytes
+    EXPECT_EQ(image->GetStride(), 12);
+    image->LockWrite();
+    EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(image->SetColorFormat(3), TVX_E_UNSUPPORTED_FORMAT); }), "");
+    EXPECT_EQ(image->GetColorFormat(), 1);
+}
+
+TEST_F(ImageFormat, IsFoundWrongBeforeTheRowsAndTheElementsAre)
+{
+    for (const auto& [width, height, type] : {std::tuple(4, 2, 4), {4, 0, 0}, {0, 2, 0}})
+    {
+        const auto image = Make(width, height, 0, type);
+        image->LockWrite();
+        const auto output = CaptureOutput([&] { EXPECT_EQ(image->SetColorFormat(1), TVX_E_PRECONDITION); });
+        EXPECT_TRUE(IsReport(output, "TVX_CHECK_PRECOND", "Src/Image.cpp"));
     }
 }
 
