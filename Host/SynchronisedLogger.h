@@ -21,7 +21,7 @@ class SynchronisedLogger final : public ClassImpl<SynchronisedLogger, ILogger>
 public:
     using Interfaces = InterfaceList<ILogger, IObject, IObjectBase>;
 
-    // Inner is not null.
+    // Inner is not null. It subscribes without a result: where it has no memory for that, this logger tells no events.
     explicit SynchronisedLogger(Ref<ILogger> inner);
     ~SynchronisedLogger();
 

@@ -17,6 +17,8 @@ constexpr int MostReplacements = 1000;
 constexpr std::size_t MostGrowth = 64 * 1024;
 
 constexpr std::string_view NameCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_";
+// Between percent signs, where other systems have such names.
+constexpr std::string_view ForeignNameCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_()";
 
 bool IsOfName(char character)
 {
@@ -125,13 +127,14 @@ std::optional<std::string> ReadEnvironmentVariable(const std::string& name)
 
 std::string FindForeignReference(const std::string& text)
 {
+    const auto lastBrace = text.find_last_of('}');  // behind it no brace is looked for, time and again
     for (std::size_t begin = text.find_first_of("$%"); begin < text.size(); begin = text.find_first_of("$%", begin + 1))
     {
-        const bool isBraced = text.compare(begin, 2, "${") == 0;
+        const bool isBraced = text.compare(begin, 2, "${") == 0 && lastBrace != std::string::npos && begin < lastBrace;
         if (text[begin] == '$' && !isBraced)
             continue;
         const auto name = begin + (isBraced ? 2 : 1);
-        const auto end = text.find_first_not_of(NameCharacters, name);
+        const auto end = isBraced ? text.find('}', name) : text.find_first_not_of(ForeignNameCharacters, name);
         if (end != name && end < text.size() && text[end] == (isBraced ? '}' : '%'))
             return text.substr(begin, end + 1 - begin);
     }

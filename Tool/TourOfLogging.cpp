@@ -36,6 +36,12 @@ private:
     const std::filesystem::path path_ = MakeTourFolder();
 };
 
+// A record keeps null for a text that was given as null, and not every level has a name.
+const char* ToShow(const char* text)
+{
+    return text == nullptr ? "(none)" : text;
+}
+
 // Says every message, also those that no output takes.
 class MessageNarrator final : public ClassImpl<MessageNarrator, IEventHandler>
 {
@@ -48,7 +54,8 @@ public:
             return TVX_E_PRECONDITION;
         auto& record = *reinterpret_cast<ILogData*>(param);
         const char* const level = host::FindLevelName(static_cast<std::int32_t>(record.GetLevel()));
-        Say("  event  \"", eventName, "\" ", level, " of ", record.GetLoggerName(), ": ", record.GetMessage());
+        Say("  event  \"", eventName, "\" ", ToShow(level), " of ", ToShow(record.GetLoggerName()), ": ",
+            ToShow(record.GetMessage()));
         return TVX_OK;
     }
 };

@@ -159,7 +159,13 @@ TEST(VariableExpansion, FindsReferencesInForeignForms)
 {
     EXPECT_EQ(FindForeignReference("a/${X}/b"), "${X}");
     EXPECT_EQ(FindForeignReference("%TEMP%\\a"), "%TEMP%");
+    EXPECT_EQ(FindForeignReference("${LOGDIR:-/tmp}/a"), "${LOGDIR:-/tmp}");
+    EXPECT_EQ(FindForeignReference("%ProgramFiles(x86)%\\a"), "%ProgramFiles(x86)%");
     EXPECT_EQ(FindForeignReference("$A ${} ${B %C %% %D%"), "%D%");
+    std::string open;
+    for (int count = 0; count < 500000; ++count)
+        open += "${";
+    EXPECT_EQ(FindForeignReference(open), "");
     EXPECT_EQ(FindForeignReference("100%_sure%"), "%_sure%");
     for (const char* const text : {"", "$A", "$$", "%", "%%", "50%", "${", "${A", "%A", "% A %", "{A}", "$ {A}"})
         EXPECT_EQ(FindForeignReference(text), "") << text;

@@ -205,6 +205,18 @@ TEST_F(LoggerConfiguration, RefusesNull)
     const auto hook = CaptureOutput([&] { EXPECT_EQ(logger->OnConfigure(nullptr), TVX_E_POINTER); });
     EXPECT_TRUE(IsReport(hook, "TVX_RETURN_EPOINTER_IF_NULL", "Src/ConsoleLoggerPlug.cpp"));
     EXPECT_EQ(GetLevel("Main"), LogLevel::Warn);
+    config->values["Late\\MinLevel"] = LogLevel::Fatal;  // the one before is kept
+    EXPECT_EQ(GetLevel("Late"), LogLevel::Fatal);
+}
+
+TEST_F(LoggerConfiguration, IsNotReadForANullPlace)
+{
+    logger->SetConfiguration(config.Get());
+    config->reads.clear();
+    CaptureOutput([&] { logger->GetLevel("Net", nullptr); });
+    EXPECT_TRUE(config->reads.empty());
+    GetLevel("Net");
+    EXPECT_EQ(config->reads, ReadsOf("Net"));
 }
 
 }  // namespace tvx::test

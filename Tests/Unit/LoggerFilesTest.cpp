@@ -186,9 +186,26 @@ TEST_F(LoggerFiles, AreWrittenWhenTheLoggerGoes)
     ConfigureFile(200);
     Say(*logger, "Main", "m");
     EXPECT_EQ(folder.Read("log.txt"), "");
+    const auto handler = MakeRef<RecordingHandler>();
+    handler->action = [&](const SeenEvent&)
+    {
+        EXPECT_EQ(WithoutTimes(folder.Read("log.txt")), " INFO  [S] m\n");
+        EXPECT_EQ(FindDescriptor("log.txt"), -1);
+    };
+    logger->SubscribeDestroyed(handler.Get(), 0);
     logger = nullptr;
-    EXPECT_EQ(WithoutTimes(folder.Read("log.txt")), " INFO  [S] m\n");
-    EXPECT_EQ(FindDescriptor("log.txt"), -1);
+    EXPECT_EQ(handler->events.size(), 1u);
+}
+
+TEST_F(LoggerFiles, HoldTheSameLinesAsStandardOutput)
+{
+    ConfigureFile();
+    config->values["Default\\ToStdOut"] = true;
+    logger->SetConfiguration(config.Get());
+    CaptureOutput([&] { GetLevel("Main"); });
+    const auto output = CaptureOutput([&] { Say(*logger, "Main", "m"); });
+    EXPECT_EQ(folder.Read("log.txt"), output);
+    EXPECT_EQ(WithoutTimes(output), " INFO  [S] m\n");
 }
 
 TEST_F(LoggerFiles, KeepWhatWasWrittenBeforeTheNextFlush)

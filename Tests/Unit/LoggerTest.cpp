@@ -3,6 +3,7 @@
 #include "Tests/Support/LoggerFixture.h"
 
 #include <iostream>
+#include <sstream>
 
 namespace tvx::test
 {
@@ -296,6 +297,21 @@ TEST_F(LoggerTest, GoesOnWhenStandardOutputThrows)
     }
     EXPECT_EQ(handler->events.size(), 1u);
     EXPECT_EQ(WithoutTimes(folder.Read("log.txt")), " INFO  [S] m\n");
+}
+
+TEST_F(LoggerTest, DoesNotFlushStandardOutput)
+{
+    struct Counting : std::stringbuf
+    {
+        int sync() override { return ++flushes, 0; }
+        int flushes = 0;
+    };
+    Counting counting;
+    auto* const before = std::cout.rdbuf(&counting);
+    Say(*logger, "Main", "m");
+    std::cout.rdbuf(before);
+    EXPECT_EQ(WithoutTimes(counting.str()), " INFO  [S] m\n");
+    EXPECT_EQ(counting.flushes, 0);
 }
 
 TEST_F(LoggerTest, KeepsLongTextsWhole)

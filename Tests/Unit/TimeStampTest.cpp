@@ -17,6 +17,17 @@ class TimeStampOfBerlin : public testing::Test
 {
 protected:
     TimeStampOfBerlin() { tzset(); }
+    ~TimeStampOfBerlin() override
+    {
+        zone_.reset();
+        tzset();
+    }
+
+    void MoveToUtc()
+    {
+        zone_.emplace("TZ", "UTC0");
+        tzset();
+    }
 
     std::string Get(std::time_t moment) { return std::string(stamp.Get(moment)); }
 
@@ -27,7 +38,7 @@ protected:
 
 private:
     // The rule itself, so that no database of zones is needed.
-    ReplacedVariable zone_{"TZ", "CET-1CEST,M3.5.0,M10.5.0/3"};
+    std::optional<ReplacedVariable> zone_{std::in_place, "TZ", "CET-1CEST,M3.5.0,M10.5.0/3"};
 };
 
 }  // namespace
@@ -42,6 +53,14 @@ TEST_F(TimeStampOfBerlin, GoesOnAcrossASecond)
     EXPECT_EQ(Get(1357016767), "2013-01-01 06:06:07");
     EXPECT_EQ(Get(1357016767), "2013-01-01 06:06:07");
     EXPECT_EQ(Get(1357016768), "2013-01-01 06:06:08");
+}
+
+TEST_F(TimeStampOfBerlin, IsConvertedOnceASecond)
+{
+    EXPECT_EQ(Get(1357016767), "2013-01-01 06:06:07");
+    MoveToUtc();
+    EXPECT_EQ(Get(1357016767), "2013-01-01 06:06:07");
+    EXPECT_EQ(Get(1357016768), "2013-01-01 05:06:08");
 }
 
 TEST_F(TimeStampOfBerlin, SkipsAnHourInSpring)
