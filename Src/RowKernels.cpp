@@ -4,6 +4,7 @@
 // This file is compiled once for each processor generation: the library includes it again.
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "Src/RowKernels.cpp"
+#include <hwy/cache_control.h>
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -14,6 +15,9 @@ namespace tvx::HWY_NAMESPACE
 
 namespace hn = hwy::HWY_NAMESPACE;
 
+// So many bytes ahead memory is asked for while vectors are turned; behind the last pixel that does no harm.
+constexpr std::size_t PrefetchDistance = 2048;
+
 // The rest that fills no vector is left to the plain kernel.
 template <class Element>
 void ReverseChannels(std::byte* pixels, std::size_t count)
@@ -23,6 +27,7 @@ void ReverseChannels(std::byte* pixels, std::size_t count)
     auto* at = reinterpret_cast<Element*>(pixels);
     for (; count >= lanes; count -= lanes, at += 3 * lanes)
     {
+        hwy::Prefetch(reinterpret_cast<const std::byte*>(at) + PrefetchDistance);
         hn::Vec<decltype(tag)> first, second, third;
         hn::LoadInterleaved3(tag, at, first, second, third);
         hn::StoreInterleaved3(third, second, first, tag, at);
