@@ -9,6 +9,7 @@
 #include <cstring>
 #include <memory>
 #include <shared_mutex>
+#include <vector>
 
 namespace
 {
@@ -82,6 +83,13 @@ void CopyImage(benchmark::State& state)
 {
     const auto factory = GetExport<IImageFactory>(ImageExport);
     const auto image = MakeImage(Width, Height, 0);
+    Ref<IImage> first;
+    factory->CreateCopy(image.Get(), first.Receive());
+    image->LockRead();
+    first->LockRead();
+    if (std::memcmp(first->GetData(), image->GetData(), Size) != 0)
+        state.SkipWithError("the copy differs");
+    first = nullptr;
     image->Unlock();
     for (auto _ : state)
     {
@@ -116,8 +124,12 @@ void CreateZeros(benchmark::State& state)
 }
 BENCHMARK(CreateZeros)->Name("Image/Create/96MB");
 
+// While this thread holds as many other images.
 void LockAndUnlock(benchmark::State& state)
 {
+    std::vector<Ref<IImage>> others;
+    for (std::int64_t count = 0; count < state.range(0); ++count)
+        others.push_back(MakeImage(1, 1, 0));  // left locked
     const auto image = MakeImage(1, 1, 0);
     for (auto _ : state)
     {
@@ -127,7 +139,7 @@ void LockAndUnlock(benchmark::State& state)
     if (image->IsLocked())
         state.SkipWithError("the image is locked");
 }
-BENCHMARK(LockAndUnlock)->Name("Image/LockReadAndUnlock");
+BENCHMARK(LockAndUnlock)->Name("Image/LockReadAndUnlock/others")->Arg(0)->Arg(10000);
 
 void LockSharedMutex(benchmark::State& state)
 {

@@ -17,12 +17,18 @@ constexpr int MostReplacements = 1000;
 constexpr std::size_t MostGrowth = 64 * 1024;
 
 constexpr std::string_view NameCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_";
-// Between percent signs, where other systems have such names.
-constexpr std::string_view ForeignNameCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_()";
 
 bool IsOfName(char character)
 {
     return NameCharacters.find(character) != std::string_view::npos;
+}
+
+// Other systems have parentheses in names, too.
+std::size_t FindEndOfForeignName(const std::string& text, std::size_t from)
+{
+    const auto isOfName = [](char character) { return IsOfName(character) || character == '(' || character == ')'; };
+    const auto end = std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), isOfName);
+    return static_cast<std::size_t>(end - text.begin());
 }
 
 // The place of a $NAME in a text.
@@ -134,7 +140,7 @@ std::string FindForeignReference(const std::string& text)
         if (text[begin] == '$' && !isBraced)
             continue;
         const auto name = begin + (isBraced ? 2 : 1);
-        const auto end = isBraced ? text.find('}', name) : text.find_first_not_of(ForeignNameCharacters, name);
+        const auto end = isBraced ? text.find('}', name) : FindEndOfForeignName(text, name);
         if (end != name && end < text.size() && text[end] == (isBraced ? '}' : '%'))
             return text.substr(begin, end + 1 - begin);
     }

@@ -42,11 +42,12 @@ bool IsMovedAway(IConstImage& image)
     return image.GetWidth() == -1 && image.GetPixelSize() == -1 && image.GetStride() == -1;
 }
 
-Result Make(const ImageDescription& description, Raster::Content content, Image** out)
+template <class Interface>
+Result Make(const ImageDescription& description, Raster::Content content, Interface** out)
 try
 {
     TVX_CHECK_PRECOND(out != nullptr);
-    HandOut(MakeRef<Image>(Raster(description, content)).Get(), out);
+    HandOut<Interface>(MakeRef<Image>(Raster(description, content)).Get(), out);
     return TVX_OK;
 }
 catch (...)  // want of memory
@@ -93,12 +94,7 @@ catch (...)  // want of memory; the pixels are where they were
 Result ImageFactory::Create(std::int32_t width, std::int32_t height, std::int32_t format, std::int32_t type,
                             std::int32_t order, IImage** out)
 {
-    Ref<Image> image;
-    const auto made =
-        Make({width, height, format, type, order}, Raster::Content::Zeros, out == nullptr ? nullptr : image.Receive());
-    if (!TVX_FAILED(made))
-        HandOut<IImage>(image.Get(), out);
-    return made;
+    return Make({width, height, format, type, order}, Raster::Content::Zeros, out);
 }
 
 Result ImageFactory::CreateCopy(IConstImage* source, IImage** out)

@@ -14,7 +14,7 @@ ImageLock::~ImageLock()
 
 LockState ImageLock::GetState() const noexcept
 {
-    const auto* const hold = FindHold();
+    const auto* const hold = FindHold(FindThreadNumber());
     return hold == nullptr ? LockState::Unlocked : hold->state.load(std::memory_order_relaxed);
 }
 
@@ -30,22 +30,24 @@ void ImageLock::LockWrite() noexcept
 
 void ImageLock::Unlock() noexcept
 {
-    if (auto* const hold = FindHold())
+    if (auto* const hold = FindHold(FindThreadNumber()))
         EndHold(*hold);
 }
 
-// The hold is free for others before the wait begins, and taken for sure before it: nothing fails once the lock is held.
+// A hold is taken before the wait begins, so that nothing can fail once the lock is there.
 void ImageLock::Lock(LockState wanted) noexcept
 try
 {
-    auto* hold = FindHold();
-    if (hold != nullptr && hold->state.load(std::memory_order_relaxed) == wanted)
-        return;
-    if (hold != nullptr)
-        EndHold(*hold);
-    hold = &TakeHold();
+    const auto thread = GetThreadNumber();
+    if (auto* const before = FindHold(thread))
+    {
+        if (before->state.load(std::memory_order_relaxed) == wanted)
+            return;
+        EndHold(*before);
+    }
+    auto& hold = TakeHold(thread);
     Wait(wanted);
-    hold->state.store(wanted, std::memory_order_relaxed);
+    hold.state.store(wanted, std::memory_order_relaxed);
 }
 catch (...)  // want of memory, or of what the system waits with
 {
@@ -70,9 +72,9 @@ void ImageLock::EndHold(Hold& hold) noexcept
         mutex_.unlock();
 }
 
-ImageLock::Hold* ImageLock::FindHold() const noexcept
+// Null for no thread's number, too.
+ImageLock::Hold* ImageLock::FindHold(std::uint64_t thread) const noexcept
 {
-    const auto thread = FindThreadNumber();
     if (thread == 0)
         return nullptr;
     for (auto* block = &first_; block != nullptr; block = block->next.load(std::memory_order_acquire))
@@ -86,9 +88,8 @@ ImageLock::Hold* ImageLock::FindHold() const noexcept
     return nullptr;
 }
 
-ImageLock::Hold& ImageLock::TakeHold()
+ImageLock::Hold& ImageLock::TakeHold(std::uint64_t thread)
 {
-    const auto thread = GetThreadNumber();
     for (auto* block = &first_;; block = &GetNext(*block))
     {
         for (auto& hold : block->holds)

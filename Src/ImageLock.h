@@ -56,8 +56,8 @@ private:
 
     static Block& GetNext(Block& block);
 
-    Hold* FindHold() const noexcept;
-    Hold& TakeHold();
+    Hold* FindHold(std::uint64_t thread) const noexcept;
+    Hold& TakeHold(std::uint64_t thread);
     void EndHold(Hold& hold) noexcept;
     void Wait(LockState wanted);
     void Lock(LockState wanted) noexcept;

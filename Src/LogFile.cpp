@@ -14,10 +14,12 @@ constexpr std::size_t BufferSize = 64 * 1024;
 
 }  // namespace
 
-LogFile::LogFile(const char* path) : buffer_(new char[BufferSize]), file_(Platform::OpenSharedForWriting(path))
+LogFile::LogFile(const char* path) : file_(Platform::OpenSharedForWriting(path))
 {
-    if (file_)
-        std::setvbuf(file_.get(), buffer_.get(), _IOFBF, BufferSize);
+    if (!file_)
+        return;
+    buffer_ = std::make_unique_for_overwrite<char[]>(BufferSize);
+    std::setvbuf(file_.get(), buffer_.get(), _IOFBF, BufferSize);
 }
 
 void LogFile::Write(std::string_view line) noexcept

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/Support/ImageTesting.h"
+#include "Tests/Support/Worker.h"
 
 namespace tvx::test
 {
@@ -227,21 +228,25 @@ TEST_F(ImageTest, MayDieWhileItIsLocked)
     }
 }
 
+// A later image at the same address, on both threads that held the earlier one.
 TEST_F(ImageTest, IsUnlockedWhereALockedOneHasDied)
 {
-    // A later image at the same address, on every thread that held the earlier one.
-    std::size_t reused = 0;
     const void* before = nullptr;
+    Worker other;
+    int reused = 0;
     for (int round = 0; round < 200; ++round)
     {
         const auto image = Make(2, 2);
-        reused += image.Get() == before ? 1U : 0U;
+        reused += image.Get() == before ? 1 : 0;
         before = image.Get();
         EXPECT_EQ(HoldOf(*image), None);
-        Take(*image, round % 2 == 0 ? Reading : Writing);
+        other.Do([&] { EXPECT_EQ(HoldOf(*image), None); });
+        Take(*image, Reading);
+        other.Do([&] { Take(*image, Reading); });
     }
-    OnAnotherThread([&] { EXPECT_EQ(HoldOf(*Make(2, 2)), None); });
-    RecordProperty("reused", static_cast<int>(reused));
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    EXPECT_GT(reused, 0);  // the sanitizers keep freed memory back
+#endif
 }
 
 TEST_F(ImageTest, OfAThreadThatEndedWithAHoldIsReadByOthersStill)
