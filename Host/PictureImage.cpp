@@ -4,6 +4,7 @@
 #include "Host/ImageAccess.h"
 
 #include <algorithm>
+#include <new>
 #include <optional>
 #include <string>
 
@@ -74,6 +75,11 @@ void ReverseChannels(Picture& picture)
     }
 }
 
+Error DoesNotFit()
+{
+    return MakeError(ErrorKind::BadPicture, "the picture does not fit into memory");
+}
+
 }  // namespace
 
 Outcome<Ref<IImage>> MakeImage(IImageFactory& factory, const Picture& picture)
@@ -86,7 +92,7 @@ Outcome<Ref<IImage>> MakeImage(IImageFactory& factory, const Picture& picture)
                        GetColorFormat(format.channels), type, 0, image.Receive());
     if (TVX_FAILED(result) || !image)
         return result == TVX_E_EXCEPTION
-                   ? MakeError(ErrorKind::BadPicture, "the picture does not fit into memory")
+                   ? DoesNotFit()
                    : MakeError(ErrorKind::Misbehaved,
                                "the image factory makes no image, result " + std::to_string(result));
     const bool filled =
@@ -97,6 +103,7 @@ Outcome<Ref<IImage>> MakeImage(IImageFactory& factory, const Picture& picture)
 }
 
 Outcome<Picture> MakePicture(IConstImage& image, ReversedChannels reversed)
+try
 {
     const auto changing = Query<IImage>(&image);
     std::optional<ReadLock> lock;
@@ -113,6 +120,10 @@ Outcome<Picture> MakePicture(IConstImage& image, ReversedChannels reversed)
     if (reversed == ReversedChannels::PutBack && image.GetColorFormat() == ColorFormat::ThreeChannelsReversed)
         ReverseChannels(picture);
     return picture;
+}
+catch (const std::bad_alloc&)
+{
+    return DoesNotFit();
 }
 
 }  // namespace tvx::host

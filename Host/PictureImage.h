@@ -24,8 +24,8 @@ Outcome<Ref<IImage>> MakeImage(IImageFactory& factory, const Picture& picture);
 
 // The picture of any image, the first row at the top. An image that can change is locked for reading meanwhile, unless the
 // calling thread holds its lock already.
-// Fails: BadPicture for an image that no picture can show, such as one without pixels or with larger elements; Misbehaved for
-// an image that gives no pixels but should.
+// Fails: BadPicture for an image that no picture can show, such as one without pixels or with larger elements, and for one
+// that does not fit into memory; Misbehaved for an image that gives no pixels but should.
 Outcome<Picture> MakePicture(IConstImage& image, ReversedChannels reversed = ReversedChannels::PutBack);
 
 }  // namespace tvx::host

@@ -114,17 +114,19 @@ ExitCode Run(const ImageOptions& options)
     if (options.out.empty() && !options.info)
         throw CLI::RequiredError("OUT or --info");
     const Console console;
-    const auto picture = host::ReadPng(options.in);
+    auto picture = host::ReadPng(options.in);
     if (!picture)
         return console.Fail(picture.GetError());
     host::LibraryManager manager(options.search.MakeCatalog());
     const auto factory = manager.GetExportAs<IImageFactory>(host::ImageExport);
     if (!factory)
         return console.Fail(factory.GetError());
-    const auto image = host::MakeImage(**factory, *picture);
+    const auto format = picture->GetFormat();
+    const auto image =
+        host::MakeImage(**factory, *std::move(picture));  // its memory is free before the image is worked on
     if (!image)
         return console.Fail(image.GetError());
-    return Work(console, **image, picture->GetFormat(), options);
+    return Work(console, **image, format, options);
 }
 
 }  // namespace

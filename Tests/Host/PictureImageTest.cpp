@@ -3,6 +3,7 @@
 
 #include "Host/ImageAccess.h"
 #include "Tests/Support/ImageTesting.h"
+#include "Tests/Support/LimitedMemory.h"
 #include "Tests/Support/PictureTesting.h"
 
 #include <gtest/gtest.h>
@@ -134,6 +135,19 @@ TEST_F(PictureImage, LeavesTheLockAsItWas)
     const WriteLock lock(*image);
     EXPECT_TRUE(MakePicture(*image));
     EXPECT_TRUE(image->IsWriteLocked());
+}
+
+TEST_F(PictureImage, GivesNoPictureThatDoesNotFitIntoMemory)
+{
+    if (!test::LimitedMemory::IsSurvived())
+        GTEST_SKIP() << "the sanitizers end the program";
+    const auto image = Make(10000, 5000);
+    const test::LimitedMemory memory(8 << 20);
+    const auto picture = MakePicture(*image);
+    ASSERT_FALSE(picture);
+    EXPECT_EQ(picture.GetError().kind, ErrorKind::BadPicture);
+    EXPECT_EQ(picture.GetError().message, "the picture does not fit into memory");
+    EXPECT_FALSE(image->IsLocked());
 }
 
 TEST_F(PictureImage, BlamesAFactoryThatMakesNoImage)
