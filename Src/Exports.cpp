@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Interfaces/Module.h"
+#include "Helpers/ExportTable.h"
 #include "Platform/Export.h"
 #include "Src/CVariantArray.h"
 #include "Src/CollectionFactory.h"
@@ -15,12 +15,6 @@ namespace
 {
 
 using namespace tvx;
-
-struct Export
-{
-    const char* id;
-    Result (*getInstance)(IObjectBase** out);
-};
 
 // In the order of registration, which is not the order of the configuration document.
 constexpr Export Exports[] = {
