@@ -25,7 +25,7 @@ try
         return TVX_E_POINTER;
     if (manager_ == nullptr)
         return TVX_E_FAIL;
-    const auto object = manager_->GetReader(formatId);
+    const auto object = manager_->FetchReader(formatId);
     auto reader = object ? Query<IDeserializable>(*object) : nullptr;
     if (!reader)
         return TVX_E_FAIL;

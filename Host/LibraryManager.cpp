@@ -3,6 +3,7 @@
 
 #include "Host/ExportProxy.h"
 #include "Host/LibManagerFace.h"
+#include "Host/LifeTracer.h"
 #include "Host/PluginMetadata.h"
 #include "Host/SettingsMap.h"
 #include "Interfaces/IImportsContainer.h"
@@ -33,7 +34,8 @@ std::string_view GetVersion(std::string_view id)
 
 LibraryManager::LibraryManager(ModuleCatalog catalog)
     : catalog_(std::move(catalog)),
-      face_(MakeRef<LibManagerFace>(*this))
+      face_(MakeRef<LibManagerFace>(*this)),
+      tracer_(LifeTracer::FindOfProcess())
 {
     Offer(LibManagerContract, Ref<IObjectBase>(static_cast<ILibManager*>(face_.Get())));
 }
@@ -50,8 +52,12 @@ LibraryManager::~LibraryManager()
     }
     exports_.clear();
     offered_.clear();
+    if (tracer_ != nullptr)
+        tracer_->Report(GetLoadedFiles());
     while (!modules_.empty())
         modules_.pop_back();
+    if (tracer_ != nullptr)
+        tracer_->NoteUnloaded();
 }
 
 void LibraryManager::Offer(const std::string& contract, const Ref<IObjectBase>& object)
@@ -64,7 +70,37 @@ void LibraryManager::Configure(const Ref<IConfiguration>& configuration)
     configuration_ = configuration;
 }
 
+void LibraryManager::TraceLives(LifeTracer& tracer)
+{
+    tracer_ = &tracer;
+}
+
 Outcome<Ref<IObjectBase>> LibraryManager::GetExport(std::string_view id)
+{
+    auto object = FetchExport(id);
+    if (tracer_ != nullptr && object)
+        return tracer_->Trace(*object, id);
+    return object;
+}
+
+Outcome<Ref<IObjectBase>> LibraryManager::GetReader(std::string_view serid)
+{
+    auto object = FetchReader(serid);
+    if (tracer_ != nullptr && object)
+        return tracer_->Trace(*object, catalog_.FindBySerializationId(serid).entry->id);
+    return object;
+}
+
+Ref<IObjectBase> LibraryManager::FetchImport(std::string_view id)
+{
+    const auto object = FetchExport(id);
+    if (object)
+        return *object;
+    importProblems_.push_back(object.GetError());
+    return nullptr;
+}
+
+Outcome<Ref<IObjectBase>> LibraryManager::FetchExport(std::string_view id)
 {
     const auto place = catalog_.FindById(id);
     if (place.entry == nullptr)
@@ -72,16 +108,7 @@ Outcome<Ref<IObjectBase>> LibraryManager::GetExport(std::string_view id)
     return Fetch(place);
 }
 
-Ref<IObjectBase> LibraryManager::FetchImport(std::string_view id)
-{
-    const auto object = GetExport(id);
-    if (object)
-        return *object;
-    importProblems_.push_back(object.GetError());
-    return nullptr;
-}
-
-Outcome<Ref<IObjectBase>> LibraryManager::GetReader(std::string_view serid)
+Outcome<Ref<IObjectBase>> LibraryManager::FetchReader(std::string_view serid)
 {
     const auto place = catalog_.FindBySerializationId(serid);
     if (place.entry == nullptr)
@@ -129,6 +156,8 @@ Outcome<const Module*> LibraryManager::GetModule(std::size_t place)
     auto module = Module::Load(catalog_.GetModules()[place].file);
     if (!module)
         return module.GetError();
+    if (tracer_ != nullptr)
+        tracer_->AddModule(catalog_.GetModules()[place].file);
     modules_.push_back({place, std::move(*module)});
     return &modules_.back().module;
 }

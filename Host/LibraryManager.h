@@ -18,6 +18,7 @@ namespace tvx::host
 {
 
 class LibManagerFace;
+class LifeTracer;
 
 // Loads the modules of a catalogue as their exports are asked for, connects the exports with their imports, and tells plug-in
 // objects (ITVXPlugin) what their documents and builds say of them.
@@ -28,11 +29,13 @@ class LibManagerFace;
 class LibraryManager
 {
 public:
+    // Loads nothing yet.
     explicit LibraryManager(ModuleCatalog catalog);
     ~LibraryManager();
     LibraryManager(const LibraryManager&) = delete;
     LibraryManager& operator=(const LibraryManager&) = delete;
 
+    // What can be loaded.
     const ModuleCatalog& GetCatalog() const { return catalog_; }
 
     // Offers an object of the host's own to all imports of a contract, before any module. The manager itself is offered
@@ -42,6 +45,11 @@ public:
     // The configuration of all exports that take one (IConfigurable): each is given it before its imports. Those that were
     // asked for earlier go without it. Whether an export can use it makes no difference here.
     void Configure(const Ref<IConfiguration>& configuration);
+
+    // Has the tracer watch everything that the program gets through this manager from now on; to be called before the first
+    // export is asked for. The tracer has to outlive the manager and all that it gave. Without this call it is the tracer of
+    // the process, when the environment says so (LifeTracer::FindOfProcess).
+    void TraceLives(LifeTracer& tracer);
 
     // The object of an export, connected with its imports: each is given as a proxy for the export that fulfils its contract.
     // Fails: NotExported, MissingImport for a required import that nothing fulfils, and as Module.
@@ -70,8 +78,10 @@ public:
     // The files that are mapped now, in the order of loading.
     std::vector<std::filesystem::path> GetLoadedFiles() const;
 
-    // For the proxies: as GetExport; a failure gives null and becomes an import problem.
+    // For what modules see of the manager: as GetExport and GetReader, never traced. A failure of FetchImport gives null and
+    // becomes an import problem.
     Ref<IObjectBase> FetchImport(std::string_view id);
+    Outcome<Ref<IObjectBase>> FetchReader(std::string_view serid);
 
     // Why imports could not be fetched when their exports asked for them, and why plug-in objects had to go without what
     // is said of them.
@@ -89,6 +99,7 @@ private:
 
     static Error Refused(std::string_view id, const char* interfaceId);
 
+    Outcome<Ref<IObjectBase>> FetchExport(std::string_view id);
     Outcome<Ref<IObjectBase>> Fetch(const ExportPlace& place);
     Outcome<Ref<IObjectBase>> FetchUnconnected(const ExportPlace& place);
     Outcome<const Module*> GetModule(std::size_t place);
@@ -106,6 +117,7 @@ private:
     Ref<IConfiguration> configuration_;
     std::vector<Error> importProblems_;
     Ref<LibManagerFace> face_;
+    LifeTracer* tracer_;  // null when nothing is traced
 };
 
 }  // namespace tvx::host
