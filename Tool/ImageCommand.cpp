@@ -136,8 +136,8 @@ void AddImageCommand(CLI::App& program, ExitCode& code)
     const auto options = std::make_shared<ImageOptions>();
     auto* const command =
         program.add_subcommand("image", "Turn a PNG picture into an image object, work on it, save it");
-    command->add_option("IN", options->in, "The picture")->required();
-    command->add_option("OUT", options->out, "Where to save it as PNG; may be left out with --info");
+    command->add_option("IN", options->in, "The picture")->type_name("FILE")->required();
+    command->add_option("OUT", options->out, "Where to save it as PNG; may be left out with --info")->type_name("FILE");
     command->add_flag("--swap-channels", options->swapChannels,
                       "Exchange red and blue; exit code 1 without 3 channels");
     command->add_flag("--flip", options->flip, "Reverse the order of the rows; exit code 1 for a single row");

@@ -46,8 +46,8 @@ void AddLogCommand(CLI::App& program, ExitCode& code)
         ->type_name("FILE");
     log->add_option("--name", options->name, "The logger name, which chooses the settings; otherwise Main")
         ->type_name("NAME");
-    log->add_option("--level", options->level, "trace, debug, info, warn, error, fatal or a number; otherwise info")
-        ->transform(CLI::Validator(ReplaceLevelName, ""))
+    log->add_option("--level", options->level, "One of these or a number; otherwise info")
+        ->transform(CLI::Validator(ReplaceLevelName, "{trace,debug,info,warn,error,fatal}"))
         ->type_name("LEVEL");
     log->add_option("--source", options->source, "Who speaks; otherwise tvx")->type_name("SOURCE");
     log->add_option("--json", options->json, "Add every message, written or not, to FILE as JSON lines")

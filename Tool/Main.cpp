@@ -30,11 +30,13 @@ int Run(int count, char** arguments)
     auto code = tvx::tool::Ok;
     tvx::tool::AddListCommand(program, code);
     tvx::tool::AddInfoCommand(program, code);
+    tvx::tool::AddProbeCommand(program, code);
     tvx::tool::AddSettingsCommand(program, code);
     tvx::tool::AddImageCommand(program, code);
     tvx::tool::AddLogCommand(program, code);
     tvx::tool::AddConfigCommand(program, code);
     tvx::tool::AddTourCommand(program, code);
+    tvx::tool::AddCompletionCommand(program, code);
     try
     {
         program.parse(count, arguments);
@@ -45,7 +47,7 @@ int Run(int count, char** arguments)
     }
     catch (const CLI::ParseError& wrong)
     {
-        std::cerr << "tvx: " << wrong.what() << " (tvx --help tells more)" << std::endl;
+        std::cerr << "tvx: " << tvx::host::MakeOneLine(wrong.what()) << " (tvx --help tells more)" << std::endl;
         return tvx::tool::Usage;
     }
     return code;

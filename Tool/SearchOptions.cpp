@@ -7,6 +7,20 @@
 namespace tvx::tool
 {
 
+namespace
+{
+
+// Where the program was built, there is no such folder.
+void AddInstalledModules(host::ModuleCatalog& catalog, const std::filesystem::path& programFolder)
+{
+    const auto folder = (programFolder / TVX_MODULES_FROM_PROGRAM).lexically_normal();
+    std::error_code failed;
+    if (std::filesystem::is_directory(folder, failed))
+        catalog.Add(folder);
+}
+
+}  // namespace
+
 void SearchOptions::AddTo(CLI::App& command)
 {
     command
@@ -23,8 +37,10 @@ host::ModuleCatalog SearchOptions::MakeCatalog() const
     if (const char* const searchPath = std::getenv("TVX_PATH"))
         catalog.AddSearchPath(searchPath);
     const auto folder = Platform::GetProgramFolder();
-    if (!folder.empty())
-        catalog.Add(folder);
+    if (folder.empty())
+        return catalog;
+    catalog.Add(folder);
+    AddInstalledModules(catalog, folder);
     return catalog;
 }
 
