@@ -20,6 +20,7 @@ namespace tvx
 class EventSubscriberList
 {
 public:
+    // Adds a subscription of handler to the event at the end; one that is there already counts once more.
     void Subscribe(const char* interfaceId, const char* eventName, IEventHandler* handler, std::uint64_t userData)
     {
         const std::lock_guard<std::recursive_mutex> guard(lock_);
@@ -42,7 +43,8 @@ public:
         DropRemoved();
     }
 
-    // A handler's result is ignored, and so is an exception that it lets out.
+    // Calls every handler of the event on this thread, in the order of subscription. A handler's result is ignored, and so
+    // is an exception that it lets out.
     void Fire(const char* interfaceId, const char* eventName, IObject* sender, std::uint64_t param) noexcept
     {
         const std::lock_guard<std::recursive_mutex> guard(lock_);

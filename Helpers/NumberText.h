@@ -19,11 +19,15 @@ namespace tvx
 class NumberText
 {
 public:
+    // Decimal, with a minus sign when negative.
     explicit NumberText(std::int32_t value) noexcept;
     // At most six significant digits; further digits are rounded away.
     explicit NumberText(double value) noexcept;
 
+    // The text with a NUL at its end, valid as long as this object.
     const char* Get() const noexcept { return text_; }
+
+    // The number of its bytes, without the NUL.
     std::uint32_t GetLength() const noexcept { return length_; }
 
 private:

@@ -37,6 +37,7 @@ protected:
         ConnectTo(&EventLists::own, interfaceId, eventName, handler, cookie, connect);
     }
 
+    // The same for "Destroyed" of IObject.
     void ConnectDestroyed(IEventHandler* handler, std::uint64_t userData, bool connect) noexcept
     {
         ConnectTo(&EventLists::destroyed, IObject::Id, DestroyedEvent, handler, userData, connect);
@@ -52,8 +53,10 @@ protected:
     // What an event carries as its parameter: an object's address, 0 for none.
     static std::uint64_t ToParameter(const void* object) noexcept { return reinterpret_cast<std::uintptr_t>(object); }
 
+    // The number of the object's thread, at first the one that constructed it.
     std::uint32_t GetThread() const noexcept { return thread_; }
 
+    // Replaces it.
     void SetThread(std::uint32_t thread) noexcept { thread_ = thread; }
 
 private:

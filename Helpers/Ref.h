@@ -31,7 +31,7 @@ struct HasTail<Class, void(Arguments...),
 // Bytes that an object keeps behind itself, in the same allocation.
 struct TailSize
 {
-    std::size_t bytes;
+    std::size_t bytes;  // behind the object; may be 0
 };
 
 // Makes a framework object; the holder has its one reference. This is the only place where such objects are made.

@@ -29,6 +29,7 @@ public:
             Ref<T>::Adopt(element);
     }
 
+    // The number of elements.
     std::size_t GetSize() const noexcept { return elements_.size(); }
 
     // Borrowed.

@@ -15,6 +15,9 @@ template <class T, class I>
 class Singleton
 {
 public:
+    // Gives the instance.
+    //   out  receives one reference, owned by the caller
+    // Fails: -4, with a report when out is null, without one when memory is exhausted or the module is unloading.
     static Result GetInstance(I** out)
     {
         TVX_RETURN_EPOINTER_IF_NULL(out);

@@ -10,6 +10,7 @@ namespace tvx
 class TailAllocated
 {
 public:
+    // Memory for the object and the bytes behind it, and back; for MakeRef only.
     static void* operator new(std::size_t size, TailSize tail) { return ::operator new(size + tail.bytes); }
     static void operator delete(void* memory) noexcept { ::operator delete(memory); }
     static void operator delete(void* memory, TailSize) noexcept { ::operator delete(memory); }

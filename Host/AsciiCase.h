@@ -13,6 +13,7 @@ constexpr char ToLowerAscii(char character)
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
+// Whether both are the same but for the case of these letters.
 constexpr bool IsSameWord(std::string_view one, std::string_view other)
 {
     const auto isSame = [](char left, char right) { return ToLowerAscii(left) == ToLowerAscii(right); };

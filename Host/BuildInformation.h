@@ -12,8 +12,8 @@ namespace tvx::host
 // What a module's file says of its own build; both are empty where it says nothing.
 struct BuildInformation
 {
-    std::string version;
-    std::string comment;
+    std::string version;  // such as 1.0.0
+    std::string comment;  // on the build, for people
 };
 
 // Reads it without running any of the module's code.

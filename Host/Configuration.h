@@ -41,7 +41,10 @@ public:
     Result UnusedSlot11() override { return TVX_E_FAIL; }
     Result UnusedSlot14() override { return TVX_E_FAIL; }
 
+    // The name of the file.
     const std::string& GetOrigin() const { return origin_; }
+
+    // Everything that the file says, by its keys.
     const ConfigurationEntries& GetEntries() const { return entries_; }
 
     // What reads so far found to be of another type, each once: one line that says what was due and what is there.

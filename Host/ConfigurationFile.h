@@ -15,6 +15,7 @@ namespace tvx::host
 // What a configuration file says at one key.
 struct ConfigurationValue
 {
+    // What sort of value it is.
     enum class Kind
     {
         Bool,
@@ -26,13 +27,14 @@ struct ConfigurationValue
         Untyped,  // an INI file does not say of which type its values are
     };
 
-    Kind kind;
+    Kind kind;         // the sort of value that stands there
     std::string text;  // as the shortest JSON text says it; a Text or Untyped itself; empty for List and Section
 };
 
 // By their keys, such as Default\MinLevel.
 using ConfigurationEntries = std::map<std::string, ConfigurationValue, std::less<>>;
 
+// The two kinds of configuration files.
 enum class ConfigurationFormat
 {
     Json,  // objects within objects; a key is the path of names to a value, joined by backslashes

@@ -14,8 +14,8 @@ namespace tvx::host
 // A file that a crash report takes along.
 struct CrashDumpFile
 {
-    std::string path;
-    std::string label;
+    std::string path;   // as it was added
+    std::string label;  // what the file is, for a reader of the report
 };
 
 // Keeps the list of files for whoever makes the report. Any thread.

@@ -14,11 +14,14 @@ namespace tvx::host
 // A text that modules carry in a section of its own.
 struct EmbeddedText
 {
-    std::string_view section;
-    std::string_view name;  // for messages
+    std::string_view section;  // its name in the module's file
+    std::string_view name;     // for messages
 };
 
+// What a module exports and imports.
 inline constexpr EmbeddedText DocumentText = {".plugcfg", "configuration document"};
+
+// What a module says of its own build.
 inline constexpr EmbeddedText BuildText = {".plugbuild", "build information"};
 
 // The exact bytes of a text embedded in a module's file, read without running any of its code.

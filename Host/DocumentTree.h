@@ -23,6 +23,7 @@ public:
     // Both are borrowed for the tree's lifetime; origin is the name of the text's file.
     DocumentTree(std::string_view text, std::string_view origin);
 
+    // The first failure, if there is one.
     const std::optional<Error>& GetFailure() const;
 
     // Null after a failure.
@@ -36,6 +37,7 @@ public:
     std::string ReadText(pugi::xml_node element);
     std::string RequireText(pugi::xml_node element);
 
+    // Keeps a failure, whose message tells the line of the place, unless there is one already.
     void Fail(pugi::xml_node place, const std::string& problem);
 
 private:

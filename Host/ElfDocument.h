@@ -10,6 +10,7 @@
 namespace tvx::host
 {
 
+// What every ELF file begins with.
 inline constexpr std::string_view ElfMagic = "\177ELF";
 
 // The bytes of the section that holds a text, of a file that starts with ElfMagic, for whatever processor it was made.

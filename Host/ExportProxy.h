@@ -17,9 +17,11 @@ class ExportProxy final : public ClassImpl<ExportProxy, IExportProxy>
 {
 public:
     using Interfaces = InterfaceList<IExportProxy, IObject, IObjectBase>;
+
+    // Gives the imported object, or null when it cannot be had.
     using Fetch = std::function<Ref<IObjectBase>()>;
 
-    // Fetch gives null when the object cannot be had.
+    // The object is fetched anew each time when it is asked for.
     explicit ExportProxy(Fetch fetch) : fetch_(std::move(fetch)) {}
 
     Result GetExportObject(IObjectBase** out) override

@@ -16,6 +16,7 @@ namespace tvx::host
 class [[nodiscard]] ReadLock
 {
 public:
+    // Waits as long as it takes.
     explicit ReadLock(IImage& image) : image_(image) { image_.LockRead(); }
     ~ReadLock() { image_.Unlock(); }
     ReadLock(const ReadLock&) = delete;
@@ -29,6 +30,7 @@ private:
 class [[nodiscard]] WriteLock
 {
 public:
+    // Waits as long as it takes.
     explicit WriteLock(IImage& image) : image_(image) { image_.LockWrite(); }
     ~WriteLock() { image_.Unlock(); }
     WriteLock(const WriteLock&) = delete;
@@ -62,12 +64,19 @@ public:
     // An IImage is an IConstImage, too: whoever holds its lock reads it as one.
     using Image = std::conditional_t<std::is_const_v<T>, IConstImage, IImage>;
 
+    // Borrows the image.
     explicit Rows(Image& image);
 
+    // Whether the rows are valid.
     explicit operator bool() const { return elements_ != nullptr; }
 
+    // The pixels in a row; 0 when the rows are not valid.
     std::size_t GetWidth() const { return width_; }
+
+    // The number of rows; 0 when they are not valid.
     std::size_t GetHeight() const { return height_; }
+
+    // The elements of a pixel; 0 when the rows are not valid.
     std::size_t GetChannels() const { return channels_; }
 
     // The elements of all pixels of a row, or of one pixel; empty outside the image.

@@ -19,6 +19,7 @@ class LibManagerFace final : public ClassImpl<LibManagerFace, ILibManager, IForm
 public:
     using Interfaces = InterfaceList<ILibManager, IObject, IObjectBase, IFormatReaders>;
 
+    // Borrows the manager until ForgetManager.
     explicit LibManagerFace(LibraryManager& manager) : manager_(&manager) {}
 
     Result GetInstalledPluginsVersions(IString** out) override;

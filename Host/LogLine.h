@@ -13,9 +13,9 @@ namespace tvx::host
 // A record with what its event alone knows.
 struct LoggedMessage
 {
-    ILogData& record;
-    std::chrono::system_clock::time_point time;
-    std::uint32_t thread;  // the system's number of the one that logged
+    ILogData& record;                            // borrowed
+    std::chrono::system_clock::time_point time;  // when it was logged
+    std::uint32_t thread;                        // the system's number of the one that logged
 };
 
 // The name of a LogLevel, such as INFO; null for every other number.

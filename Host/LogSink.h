@@ -36,6 +36,8 @@ class LogSink final : public ClassImpl<LogSink, IEventHandler>
 {
 public:
     using Interfaces = InterfaceList<IEventHandler, IObject, IObjectBase>;
+
+    // Makes the line of a record, without its end.
     using Format = std::string (*)(const LoggedMessage& message);
     // Opens a file to add to it, or throws std::exception.
     using Open = std::function<std::unique_ptr<ILineOutput>(const std::filesystem::path& file)>;
@@ -47,6 +49,7 @@ public:
     Result OnEvent(IObject* sender, const char* interfaceId, const char* eventName, std::uint64_t param,
                    std::uint64_t userData) override;
 
+    // How many records were lost so far.
     std::uint64_t GetLostCount() const;
 
     // Why the first record was lost, in one line that names the file; empty as long as none is.

@@ -20,21 +20,22 @@ enum class ValueOrigin
     Section,  // the logger name's own section says it
 };
 
+// A value and where it comes from.
 template <class T>
 struct OriginatedValue
 {
-    T value;
-    ValueOrigin origin = ValueOrigin::BuiltIn;
+    T value;                                    // what the logger goes by
+    ValueOrigin origin = ValueOrigin::BuiltIn;  // who says it
 };
 
 // What the logger does for one logger name. The initial values are the built-in ones.
 struct LoggerSectionMeaning
 {
-    std::string name;
-    OriginatedValue<std::int32_t> minLevel{3};
-    OriginatedValue<bool> toStdOut{true};
-    OriginatedValue<bool> toFile{false};
-    OriginatedValue<std::int32_t> logFlushThreshold{200};
+    std::string name;                           // the logger name; Default for the section that all others build on
+    OriginatedValue<std::int32_t> minLevel{3};  // messages below it are not written
+    OriginatedValue<bool> toStdOut{true};       // whether to standard output
+    OriginatedValue<bool> toFile{false};        // whether to the file
+    OriginatedValue<std::int32_t> logFlushThreshold{200};    // the file is flushed after so many lines
     OriginatedValue<std::string> filename{"log.txt"};        // as written
     std::optional<std::string> expandedFilename{"log.txt"};  // nothing when its expansion never ends
 };

@@ -21,6 +21,7 @@ public:
     // CannotLoad when the system refuses; Misbehaved when there is no GetExport.
     static Outcome<Module> Load(const std::filesystem::path& file);
 
+    // What the module declares.
     const PluginDocument& GetDocument() const { return document_; }
 
     // The object that the module registered under an export identifier.

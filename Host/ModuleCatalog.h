@@ -13,15 +13,15 @@ namespace tvx::host
 // A module that was found, with what its document says. Nothing of it has been loaded.
 struct InstalledModule
 {
-    std::filesystem::path file;
-    PluginDocument document;
+    std::filesystem::path file;  // as it was found
+    PluginDocument document;     // what it declares
 };
 
 // Where an export stands: the module's place in the catalogue and the export in its document.
 struct ExportPlace
 {
-    std::size_t module;
-    const Export* entry;
+    std::size_t module;   // its index in ModuleCatalog::GetModules
+    const Export* entry;  // borrowed from the catalogue; null when there is none
 };
 
 // The modules on a search path, in the order in which they were found, read without running any of their code. One thread
@@ -36,6 +36,7 @@ public:
     // Adds the parts of a list with the system's separator of search paths between them; empty parts are passed over.
     void AddSearchPath(std::string_view list);
 
+    // The modules, in the order in which they were found.
     const std::vector<InstalledModule>& GetModules() const { return modules_; }
 
     // What could not be read on the way, in the order in which it was met.

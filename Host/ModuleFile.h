@@ -20,6 +20,7 @@ namespace tvx::host
 class ModuleFile
 {
 public:
+    // The most bytes that one read gives.
     static constexpr std::uint64_t MaxRead = 16 * 1024 * 1024;
 
     // Opens regular files and links to them. Everything else is refused before it is opened: a pipe would wait for its
@@ -29,6 +30,7 @@ public:
     // A file that is in memory already; messages call it by the name.
     static ModuleFile OfBytes(std::string name, std::string bytes);
 
+    // The number of bytes of the file.
     std::uint64_t GetSize() const;
 
     // The bytes from offset on, exactly as many as asked for.

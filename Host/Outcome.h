@@ -28,8 +28,8 @@ enum class ErrorKind
 // A failure: the kind for programs, and for people one line that names the file concerned.
 struct Error
 {
-    ErrorKind kind;
-    std::string message;
+    ErrorKind kind;       // for programs
+    std::string message;  // for people, one line
 };
 
 // Text that files or users supplied, fit to be shown: a control character becomes '?', so that it stays one line and no file
@@ -62,23 +62,29 @@ class [[nodiscard]] Outcome
     static_assert(!std::is_same_v<T, Error>, "an error is never a value");
 
 public:
+    // A success.
     Outcome(T value) : state_(std::in_place_index<0>, std::move(value)) {}
 
+    // A failure.
     Outcome(Error error) : state_(std::in_place_index<1>, std::move(error)) {}
 
+    // Whether it is a success.
     explicit operator bool() const { return state_.index() == 0; }
 
+    // The value of a success.
     T& operator*() & { return std::get<0>(state_); }
 
     const T& operator*() const& { return std::get<0>(state_); }
 
-    // By value, so that a reference to the content of a temporary outcome does not dangle.
+    // The value of a success. By value, so that a reference to the content of a temporary outcome does not dangle.
     T operator*() && { return std::get<0>(std::move(state_)); }
 
+    // The value of a success.
     T* operator->() { return &std::get<0>(state_); }
 
     const T* operator->() const { return &std::get<0>(state_); }
 
+    // The error of a failure.
     const Error& GetError() const { return std::get<1>(state_); }
 
 private:

@@ -14,12 +14,15 @@ namespace tvx::host
 // What a picture is like, apart from its pixels.
 struct PictureFormat
 {
-    std::uint32_t width;
-    std::uint32_t height;
+    std::uint32_t width;     // in pixels
+    std::uint32_t height;    // in pixels
     std::uint32_t channels;  // 1 grey; 3 red, green, blue; 4 the same and alpha
     std::uint32_t bits;      // of a sample: 8 or 16
 
+    // The bytes of a row.
     std::size_t GetRowSize() const { return std::size_t{width} * channels * (bits / 8); }
+
+    // The bytes of all rows.
     std::size_t GetSize() const { return GetRowSize() * height; }
 
     bool operator==(const PictureFormat&) const = default;
@@ -29,6 +32,7 @@ struct PictureFormat
 constexpr std::uint64_t MaxPicturePixels = 100'000'000;
 constexpr std::uint32_t MaxPictureSide = 1'000'000;
 
+// Whether a picture of that size is none too large.
 constexpr bool IsWithinLimits(std::uint32_t width, std::uint32_t height)
 {
     return width <= MaxPictureSide && height <= MaxPictureSide && std::uint64_t{width} * height <= MaxPicturePixels;
@@ -56,11 +60,14 @@ public:
             throw std::bad_alloc();
     }
 
+    // What the picture is like.
     const PictureFormat& GetFormat() const { return format_; }
 
+    // The samples of all rows.
     std::span<std::byte> GetPixels() { return {pixels_.get(), format_.GetSize()}; }
     std::span<const std::byte> GetPixels() const { return {pixels_.get(), format_.GetSize()}; }
 
+    // The samples of a row; y is below the height.
     std::span<std::byte> GetRow(std::size_t y) { return CutRow(GetPixels(), y); }
     std::span<const std::byte> GetRow(std::size_t y) const { return CutRow(GetPixels(), y); }
 

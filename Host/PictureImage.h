@@ -9,6 +9,7 @@
 namespace tvx::host
 {
 
+// The identifier of the export that makes images.
 constexpr const char ImageExport[] = "com.talvere.general.tvx.GenericImageImplementation/1.0";
 
 // What becomes of three channels in reversed order, which no picture has.

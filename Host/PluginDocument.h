@@ -14,9 +14,9 @@ namespace tvx::host
 // One dependency that the host gives to an export.
 struct Import
 {
-    std::string property;  // the import's name
-    std::string contract;  // what the imported object has to fulfil
-    bool optional = false;
+    std::string property;   // the import's name
+    std::string contract;   // what the imported object has to fulfil
+    bool optional = false;  // whether the export works without it
 
     bool operator==(const Import&) const = default;
 };
@@ -24,10 +24,10 @@ struct Import
 // What an export says about itself; only the name is never empty.
 struct Metadata
 {
-    std::string name;
-    std::string subname;
-    std::string copyright;
-    std::string serid;  // the identifier of the format in which the export's objects are serialised
+    std::string name;       // for people
+    std::string subname;    // further words to the name
+    std::string copyright;  // whose work it is
+    std::string serid;      // the identifier of the format in which the export's objects are serialised
 
     bool operator==(const Metadata&) const = default;
 };
@@ -35,10 +35,10 @@ struct Metadata
 // One implementation that a module offers.
 struct Export
 {
-    std::string id;
-    std::vector<std::string> contracts;
-    Metadata metadata;
-    std::vector<Import> imports;
+    std::string id;                      // what GetExport takes
+    std::vector<std::string> contracts;  // the identifiers of what it fulfils; at least one
+    Metadata metadata;                   // what it says of itself to people
+    std::vector<Import> imports;         // what it needs
 
     bool operator==(const Export&) const = default;
 };
@@ -46,8 +46,8 @@ struct Export
 // The content of a configuration document, everything in document order.
 struct PluginDocument
 {
-    std::string version;
-    std::vector<Export> exports;
+    std::string version;          // of the document's own form
+    std::vector<Export> exports;  // what the module offers
 
     bool operator==(const PluginDocument&) const = default;
 };

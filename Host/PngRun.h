@@ -43,8 +43,8 @@ protected:
     // Samples of 16 bits stand in the file with the high byte first.
     void SwapWhereNeeded(unsigned bits);
 
-    png_structp png_ = nullptr;
-    png_infop info_ = nullptr;
+    png_structp png_ = nullptr;  // the library's handle of this use; the class that derives from this makes and ends it
+    png_infop info_ = nullptr;   // what the library knows of the picture; goes with png_
 
 private:
     std::jmp_buf jump_;

@@ -12,6 +12,7 @@ namespace tvx::host
 // How much room a rotating log may take.
 struct RotationLimits
 {
+    // The most old files that may be kept.
     static constexpr std::size_t MostFiles = 200000;
 
     std::size_t maxSize;   // of one file, in bytes, at least 1; a line longer than that stands in a file of its own

@@ -15,6 +15,7 @@ namespace tvx::host
 
 class LibraryManager;
 
+// The identifier of the export that makes settings maps.
 constexpr const char SettingsMapExport[] = "com.talvere.general.tvx.GenericSimpleMapImplementation/1.1";
 
 // A new settings map, in batch updating mode, out of the export that makes them.

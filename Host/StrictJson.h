@@ -14,7 +14,10 @@ namespace tvx::host
 // JSON files whose members become keys: objects within objects, the names on the way joined by KeySeparator. What would be
 // lost or cannot be kept is refused, by an exception that GetJsonReason tells.
 
+// Stands between the names of a key.
 inline constexpr char KeySeparator = '\\';
+
+// How many objects and arrays may lie in one another.
 inline constexpr int MaxJsonDepth = 200;
 
 // Ends the reading or writing of a file; the text is its reason.
@@ -23,8 +26,10 @@ inline constexpr int MaxJsonDepth = 200;
 // One object. Refuses NUL bytes, names that stand twice in one object, and more than MaxJsonDepth levels.
 nlohmann::json ParseJsonObject(std::string_view text);
 
-// Calls visit for every member, those of an object after the object itself. Refuses names that a key cannot hold.
+// Takes a member and its key.
 using VisitMember = std::function<void(const std::string& key, const nlohmann::json& value)>;
+
+// Calls visit for every member, those of an object after the object itself. Refuses names that a key cannot hold.
 void VisitMembers(const nlohmann::json& object, const VisitMember& visit);
 
 // The text of a string, or the shortest JSON text of another value. Refuses a text with a NUL in it.

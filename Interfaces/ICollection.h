@@ -91,7 +91,7 @@ public:
     // Threads: one at a time. Fails: as IndexOf, with a report of its own.
     virtual Result MoveItem(IObject* item, std::uint32_t to) = 0;
 
-    // Slot 25. Moves item in front of before, or to the end when before is null.
+    // Slot 25. Moves item in front of before, or to the end when before is null, as Move does.
     //   item    borrowed
     //   before  borrowed
     // Threads: one at a time. Fails: as IndexOf for both, with a report of its own.
@@ -110,7 +110,7 @@ public:
     // Threads: one at a time. Fails: -1 without a report when the item is not there; -7 with one when item or out is null.
     virtual Result IndexOf(IObject* item, std::uint32_t* out) = 0;
 
-    // Slot 28. Removes as many items as there are now, the last first, each with its events.
+    // Slot 28. Removes as many items as there are now, the last first, each with the events of RemoveLast.
     // Threads: one at a time. Fails: with the code of the first removal that fails, reported; those before it stand.
     virtual Result Clear() = 0;
 

@@ -14,8 +14,8 @@ class IObject : public IObjectBase
 public:
     static constexpr const char Id[] = "com.talvere.general.tvx.IObject/1.0";
 
-    // Slot 7. Subscribes handler to the event "Destroyed" of this interface. The event's sender is an identity value that
-    // must not be called: the object is half destroyed by then.
+    // Slot 7. Subscribes handler to the event "Destroyed" of this interface, which fires when the last reference is gone. Its
+    // param is 0. Its sender is an identity value that must not be called: the object is half destroyed by then.
     //   handler   borrowed, kept without a reference until it is unsubscribed or the object dies; null is ignored
     //   userData  passed back with the event
     // Threads: any. Fails: never; without memory nothing is subscribed.

@@ -14,12 +14,12 @@ class ISimpleMap : public IObject
 public:
     static constexpr const char Id[] = "com.talvere.general.tvx.ISimpleMap/1.0";
 
-    // Slot 11. Writes value as text with at most six significant digits.
+    // Slot 11. Writes value as text with at most six significant digits, as SetString does.
     //   key  borrowed
     // Threads: one at a time. Fails: as SetString.
     virtual Result SetDouble(const char* key, double value) = 0;
 
-    // Slot 12. Writes value as decimal text.
+    // Slot 12. Writes value as decimal text, as SetString does.
     //   key  borrowed
     // Threads: one at a time. Fails: as SetString.
     virtual Result SetInt(const char* key, std::int32_t value) = 0;
@@ -61,7 +61,8 @@ public:
     // Threads: one at a time. Fails: -1 with a report when path or out is null; -4 without one when memory is exhausted.
     virtual Result GetSubMap(const char* path, ISimpleMap** out) = 0;
 
-    // Slot 19. Writes every entry of source below path, in batch updating mode, which is restored afterwards.
+    // Slot 19. Writes every entry of source below path, in batch updating mode, which is restored afterwards, with the events
+    // of SetBatchUpdatingMode.
     //   path    borrowed; empty copies the keys unchanged
     //   source  borrowed; may be the map itself
     // Threads: one at a time. Fails: -1 with a report when path or source is null or source gives no iterator, also for
@@ -76,7 +77,7 @@ public:
     // there is no serializer or the object read has no IObject face; the serializer's code, reported, when it fails.
     virtual Result GetObject(const char* key, IObject** out) = 0;
 
-    // Slot 21. Writes a whole object under key, as the text that the imported serializer makes of it.
+    // Slot 21. Writes a whole object under key with SetString, as the text that the imported serializer makes of it.
     //   key     borrowed
     //   object  borrowed; must answer ISerializable
     // Threads: one at a time. Fails: -1 with a report when object is null or cannot be serialised or there is no
@@ -140,6 +141,7 @@ protected:
     ~ISimpleMap1() = default;
 };
 
+// The same table as version 1.2.
 class ISimpleMap2 : public ISimpleMap1
 {
 public:
@@ -149,6 +151,7 @@ protected:
     ~ISimpleMap2() = default;
 };
 
+// The same table as version 1.3.
 class ISimpleMap3 : public ISimpleMap2
 {
 public:
@@ -158,6 +161,7 @@ protected:
     ~ISimpleMap3() = default;
 };
 
+// The same table as version 1.4.
 class ISimpleMap4 : public ISimpleMap3
 {
 public:
@@ -167,6 +171,7 @@ protected:
     ~ISimpleMap4() = default;
 };
 
+// The same table as version 1.5. The events of every version belong to it.
 class ISimpleMap5 : public ISimpleMap4
 {
 public:

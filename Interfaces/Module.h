@@ -13,6 +13,7 @@ namespace tvx
 // Threads: any, once the module is loaded. Fails: -1 without a report when id is unknown or id or out is null.
 using GetExportFunction = Result (*)(const char* id, IObjectBase** out);
 
+// The name under which a module exports it.
 constexpr const char GetExportName[] = "GetExport";
 
 }  // namespace tvx

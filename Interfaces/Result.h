@@ -9,7 +9,7 @@ namespace tvx
 // What an operation answers: negative is failure, everything else is success. The values are part of the binary contract.
 using Result = std::int32_t;
 
-constexpr Result TVX_OK = 0;
+constexpr Result TVX_OK = 0;                      // success, with nothing more to say
 constexpr Result TVX_E_FAIL = -1;                 // generic failure
 constexpr Result TVX_E_NOINTERFACE = -3;          // the object does not answer the identifier asked for
 constexpr Result TVX_E_POINTER = -4;              // a required pointer is null, or memory is exhausted

@@ -14,6 +14,7 @@
 namespace tvx
 {
 
+// Names with their objects, in the byte order of the names.
 using UserDataTable = std::map<std::string, Ref<IObjectBase>, std::less<>>;
 
 // Walks a user-data table. Holds no reference on its owner; removing the entry it stands on ends its use.
@@ -23,6 +24,7 @@ public:
     // No identifier of its own: clients use the pointer that the container gave.
     using Interfaces = InterfaceList<IObjectBase>;
 
+    // Stands on the first entry. The table has to live longer.
     explicit CUserDataIterator(const UserDataTable& table) : table_(table), position_(table.begin()) {}
 
     Result Next() override

@@ -21,6 +21,7 @@ public:
     // The address of an exported function, or null.
     void* FindSymbol(const char* name) const noexcept;
 
+    // Whether a file is mapped.
     explicit operator bool() const noexcept { return handle_ != nullptr; }
 
 private:

@@ -22,7 +22,10 @@ void WriteLine(std::initializer_list<std::string_view> parts) noexcept;
 class OutputDiversion
 {
 public:
+    // Begins to keep aside.
     OutputDiversion();
+
+    // Gives standard output back, without what was kept aside.
     ~OutputDiversion();
     OutputDiversion(const OutputDiversion&) = delete;
     OutputDiversion& operator=(const OutputDiversion&) = delete;

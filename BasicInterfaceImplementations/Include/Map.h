@@ -24,6 +24,7 @@ class BasicMap final : public ClassImpl<BasicMap<Text>, IMap, ISerializable>
 public:
     using Interfaces = InterfaceList<IMap, IObject, IObjectBase, ISerializable>;
 
+    // The identifier of the format that dictionaries are serialised in.
     static constexpr const char FormatId[] = "com.talvere.general.tvx.GenericMapImplementationFormat/1.1";
 
     // The name of the one sequence in the document.
