@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+// A host: finds the modules, makes a settings map out of an export, and works with it.
 #include "Host/LibraryManager.h"
 #include "Interfaces/IFactory.h"
 #include "Interfaces/ISimpleMap.h"
@@ -10,7 +11,7 @@ constexpr const char SettingsMaps[] = "com.talvere.general.tvx.GenericSimpleMapI
 int main(int count, char** arguments)
 {
     tvx::host::ModuleCatalog catalog;
-    catalog.Add(count > 1 ? arguments[1] : "build/release");  // documents are read, no code of a module runs yet
+    catalog.Add(count > 1 ? arguments[1] : TVX_MODULES);  // documents are read, no code of a module runs yet
     tvx::host::LibraryManager manager(std::move(catalog));
 
     const auto factory = manager.GetExportAs<tvx::IFactory>(SettingsMaps);
