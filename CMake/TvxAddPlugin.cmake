@@ -2,8 +2,6 @@
 # How modules are built, here and by whoever uses the installed package.
 include_guard()
 
-set(TVX_BUILD_FILES ${CMAKE_CURRENT_LIST_DIR})
-
 # The source that carries a module's configuration document byte for byte, into the variable named out: on Linux the section
 # .plugcfg, and the project's version and a comment on the build in .plugbuild; on Windows the resource PLUGCFG.
 function(tvx_embed_document name document out)
@@ -17,7 +15,7 @@ function(tvx_embed_document name document out)
         set(form rc)
     endif()
     set(embedding ${CMAKE_CURRENT_BINARY_DIR}/${name}.plugcfg.${form})
-    configure_file(${TVX_BUILD_FILES}/PluginDocument.${form}.in ${embedding} @ONLY)
+    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/PluginDocument.${form}.in ${embedding} @ONLY)
     set_source_files_properties(${embedding} PROPERTIES OBJECT_DEPENDS ${document})
     set(${out} ${embedding} PARENT_SCOPE)
 endfunction()
@@ -46,11 +44,13 @@ function(tvx_add_module name)
     # A unique symbol binds the file to the process for good.
     target_compile_options(${name} PRIVATE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
     # The standard library's templates are weak symbols of default visibility: only the version script hides them.
-    set(symbols ${TVX_BUILD_FILES}/GetExport.map)
+    set(symbols ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/GetExport.map)
     target_link_options(${name} PRIVATE LINKER:--version-script=${symbols})
     set_target_properties(${name} PROPERTIES LINK_DEPENDS ${symbols})
     # A missing function is to be found here, not by the host. The sanitizers' own are found in the program that loads.
-    if(NOT TVX_SANITIZE AND NOT "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${CMAKE_BUILD_TYPE}}" MATCHES "-fsanitize=")
+    string(TOUPPER "${CMAKE_BUILD_TYPE}" configuration)
+    get_target_property(options ${name} COMPILE_OPTIONS)
+    if(NOT "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_${configuration}} ${options}" MATCHES "-fsanitize=")
         target_link_options(${name} PRIVATE LINKER:-z,defs)
     endif()
 endfunction()

@@ -11,16 +11,19 @@ set(TVX_INSTALL_DOCDIR ${CMAKE_INSTALL_DATADIR}/doc/tvx-generic-plugins)
 # An installed tree may lie anywhere, so its programs find its modules from where they are.
 file(RELATIVE_PATH TVX_MODULES_FROM_PROGRAM /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${TVX_INSTALL_MODULEDIR})
 
-# The headers of folders of this project. Those that show a library which only the implementation needs stay here.
+# What is behind the host library's interface: nothing that users see includes it, and it may change.
+set(TVX_INNER_HEADERS AppendingFile AsciiCase DocumentText DocumentTree ElfDocument ElfTable ExportProxy HandlerGuard KeySpelling
+    LibManagerFace OperationName PngRun StrictJson TraceLog "Traced*")
+
+# The headers of folders of this project.
 function(tvx_install_headers)
+    list(TRANSFORM TVX_INNER_HEADERS REPLACE "(.+)" "PATTERN;\\1.h;EXCLUDE" OUTPUT_VARIABLE inner)
     foreach(folder ${ARGN})
         install(DIRECTORY ${PROJECT_SOURCE_DIR}/${folder}/ DESTINATION ${TVX_INSTALL_INCLUDEDIR}/${folder}
             COMPONENT development FILES_MATCHING PATTERN "*.h"
             PATTERN "JsonSerializer" EXCLUDE
             PATTERN "Linux" EXCLUDE
-            PATTERN "DocumentTree.h" EXCLUDE
-            PATTERN "PngRun.h" EXCLUDE
-            PATTERN "StrictJson.h" EXCLUDE)
+            ${inner})
     endforeach()
 endfunction()
 

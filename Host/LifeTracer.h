@@ -52,7 +52,7 @@ public:
     LifeTracer& operator=(const LifeTracer&) = delete;
 
     // The tracer of the process, made when it is first asked for and never destroyed; null unless TVX_TRACE_LIVES is
-    // set to something else than 0.
+    // set to something else than 0 or nothing.
     static LifeTracer* FindOfProcess();
 
     // What is still held, also of modules that have been unmapped.

@@ -5,8 +5,9 @@
 # Where this system takes its own packages from, so that a mirror is used here, too.
 debian_mirror()
 {
-    apt-get indextargets --format '$(REPO_URI) $(RELEASE)' 2>/dev/null |
-        awk '$2 == "bookworm" { print $1; found = 1; exit } END { if (!found) print "http://deb.debian.org/debian" }'
+    # shellcheck disable=SC2016  # apt-get expands it
+    apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(ORIGIN)' 2>/dev/null |
+        awk '$2 == "bookworm" && $3 == "Debian" { print $1; found = 1; exit } END { if (!found) print "http://deb.debian.org/debian" }'
 }
 
 # Makes the root in a folder that must not exist.
@@ -17,10 +18,12 @@ make_fresh_root()
     [[ ! -e $root ]] || { echo "$root exists already" >&2; return 1; }
     mkdir -p "$(dirname "$root")"
     log=$root.log
-    debootstrap --variant=minbase bookworm "$root" "$(debian_mirror)" >"$log" 2>&1 || { tail -n 20 "$log" >&2; return 1; }
+    debootstrap --variant=minbase --include=ca-certificates bookworm "$root" "$(debian_mirror)" >"$log" 2>&1 || { tail -n 20 "$log" >&2; return 1; }
     cp /etc/resolv.conf "$root/etc/resolv.conf"
     printf 'APT::Get::Assume-Yes "true";\nAPT::Install-Recommends "false";\nDpkg::Use-Pty "false";\n' \
         >"$root/etc/apt/apt.conf.d/90unattended"
+    apt-config dump Acquire::http::Proxy >"$root/etc/apt/apt.conf.d/91proxy"
+    in_root "$root" apt-get -q -o APT::Update::Error-Mode=any update >"$log" 2>&1 || { tail -n 20 "$log" >&2; return 1; }
 }
 
 # Runs a command in it, with a /proc that goes with the command.

@@ -88,5 +88,11 @@ expect("unknown-argument", replacing("CMakeLists.txt", "SOURCES", "THING SOURCES
 expect("unknown-export", replacing("Plugin.cpp", '"test.Thing/1.0"', '"test.Thing/1.1"'), "test", "test.Thing/1.0")
 expect("missing-function", replacing("Plugin.cpp", "return tvx::GiveExport(Exports, id, out);",
                                      "extern int Missing(); return Missing();"), "build", "Missing")
+# The function works wherever the package was found, and with the sanitizers, whose own functions come with the program.
+expect("found-elsewhere", replacing("CMakeLists.txt", "find_package(TVXGenericPlugins 1.0 REQUIRED)",
+                                    "function(find)\nfind_package(TVXGenericPlugins 1.0 REQUIRED GLOBAL)\nendfunction()\nfind()"),
+       "", "100% tests passed")
+expect("sanitized", replacing("CMakeLists.txt", "(VERSION 3.25)", "(VERSION 3.25)\nset(CMAKE_CXX_COMPILER clang++)\n"
+                              "add_compile_options(-fsanitize=address)"), "test", "__asan_")
 expect("newer-version", replacing("CMakeLists.txt", "TVXGenericPlugins 1.0", "TVXGenericPlugins 1.999"), "configure",
        'requested version "1.999"')

@@ -7,6 +7,7 @@ Arguments: the prefix, the folder of libraries in it, the folders of sources and
 import concurrent.futures
 import os
 import pathlib
+import shlex
 import subprocess
 import sys
 
@@ -22,6 +23,10 @@ bin/tvx
 {libraries}/cmake/TVXGenericPlugins/TVXGenericPluginsConfig.cmake
 {libraries}/cmake/TVXGenericPlugins/TVXGenericPluginsConfigVersion.cmake
 {libraries}/cmake/TVXGenericPlugins/TvxAddPlugin.cmake
+{libraries}/cmake/TVXGenericPlugins/PluginDocument.cpp.in
+{libraries}/cmake/TVXGenericPlugins/GetExport.map
+{libraries}/pkgconfig/tvx-interfaces.pc
+{libraries}/pkgconfig/tvx-helpers.pc
 {libraries}/pkgconfig/tvx-host.pc
 share/man/man1/tvx.1
 share/man/man5/tvxlib.5
@@ -49,6 +54,10 @@ def check_files() -> None:
     missing = [name for name in FILES if not (prefix / name).is_file() or (prefix / name).stat().st_size == 0]
     if missing:
         sys.exit("not installed, or empty: " + " ".join(missing))
+    empty = [str(path) for path in prefix.rglob("*") if path.is_dir() and not any(path.iterdir())]
+    inner = [str(path) for path in prefix.rglob("Host/Traced*")]
+    if empty or inner:
+        sys.exit("installed, but empty or of no use to anybody: " + " ".join(empty + inner))
 
 
 def check_origins() -> None:
@@ -57,7 +66,7 @@ def check_origins() -> None:
             continue
         content = path.read_bytes()
         told = [origin for origin in origins if origin.encode() in content]
-        if told and path.suffix != ".a":
+        if told:
             sys.exit(f"{path} tells where it was made: {told[0]}")
 
 
@@ -66,7 +75,7 @@ def get_flags(module: str, *wanted: str) -> list[str]:
     done = subprocess.run(["pkg-config", *wanted, module], env=environment, capture_output=True, text=True, check=False)
     if done.returncode != 0:
         sys.exit(f"pkg-config {module}: {done.stderr}")
-    return done.stdout.split()
+    return shlex.split(done.stdout)
 
 
 def compile_alone(header: pathlib.Path) -> str:
