@@ -30,14 +30,42 @@ public:
     explicit ExportsAtLoad(const Export (&table)[Count]) noexcept
     {
         for (const auto& entry : table)
-        {
-            Ref<IObjectBase> object;
-            static_cast<void>(entry.getInstance(object.Receive()));
-        }
+            Make(entry);
     }
     ExportsAtLoad(const ExportsAtLoad&) = delete;
     ExportsAtLoad& operator=(const ExportsAtLoad&) = delete;
+
+private:
+    static void Make(const Export& entry) noexcept
+    try
+    {
+        Ref<IObjectBase> object;
+        static_cast<void>(entry.getInstance(object.Receive()));
+    }
+    catch (...)  // the host that asks for it is told
+    {
+    }
 };
+
+namespace detail
+{
+
+// An author's own function may fail in any way; the host sees -1 and null.
+inline Result GiveObject(const Export& entry, IObjectBase** out) noexcept
+try
+{
+    Ref<IObjectBase> object;
+    if (TVX_FAILED(entry.getInstance(object.Receive())) || !object)
+        return TVX_E_FAIL;
+    *out = object.Detach();
+    return TVX_OK;
+}
+catch (...)
+{
+    return TVX_E_FAIL;
+}
+
+}  // namespace detail
 
 // What GetExport does for a table of exports: gives the object registered under id.
 //   id   borrowed; compared byte for byte
@@ -52,7 +80,7 @@ Result GiveExport(const Export (&table)[Count], const char* id, IObjectBase** ou
     for (const auto& entry : table)
     {
         if (id != nullptr && std::string_view(entry.id) == id)
-            return TVX_FAILED(entry.getInstance(out)) ? TVX_E_FAIL : TVX_OK;
+            return detail::GiveObject(entry, out);
     }
     return TVX_E_FAIL;
 }

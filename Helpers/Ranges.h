@@ -45,6 +45,13 @@ public:
             iterator_ = nullptr;
     }
 
+    IteratorRange(const IteratorRange&) = default;
+    IteratorRange(IteratorRange&&) noexcept = default;
+    ~IteratorRange() = default;
+
+    // An assignment would let the old container go before its iterator.
+    IteratorRange& operator=(const IteratorRange&) = delete;
+
     // A range over nothing, for the reason that code gives.
     explicit IteratorRange(Result code) : result_(code) {}
 

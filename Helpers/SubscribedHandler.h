@@ -41,7 +41,9 @@ inline const void* GetIdentity(IObject& object)
 {
     if (object.GetRefCount() == 0)
         return static_cast<IObjectBase*>(&object);
-    return Query<IObjectBase>(&object).Get();
+    if (const auto root = Query<IObjectBase>(&object))
+        return root.Get();
+    return static_cast<IObjectBase*>(&object);
 }
 
 // The objects of whose destruction a function is just hearing on this thread, the innermost first. Nothing of them may

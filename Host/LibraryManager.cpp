@@ -52,17 +52,27 @@ LibraryManager::~LibraryManager()
     }
     exports_.clear();
     offered_.clear();
-    if (tracer_ != nullptr)
-        tracer_->Report(GetLoadedFiles());
+    ReportHeld();
     while (!modules_.empty())
         modules_.pop_back();
     if (tracer_ != nullptr)
         tracer_->NoteUnloaded();
 }
 
+// The writer is the program's, and may throw.
+void LibraryManager::ReportHeld() const noexcept
+try
+{
+    if (tracer_ != nullptr)
+        tracer_->Report(GetLoadedFiles());
+}
+catch (...)
+{
+}
+
 void LibraryManager::Offer(const std::string& contract, const Ref<IObjectBase>& object)
 {
-    offered_[contract] = object;
+    offered_[contract] = tracer_ != nullptr ? tracer_->GetOwn(object) : object;
 }
 
 void LibraryManager::Configure(const Ref<IConfiguration>& configuration)

@@ -97,6 +97,7 @@ private:
         Module module;
     };
 
+    void ReportHeld() const noexcept;
     static Error Refused(std::string_view id, const char* interfaceId);
 
     Outcome<Ref<IObjectBase>> FetchExport(std::string_view id);

@@ -110,7 +110,12 @@ Ref<IObjectBase> LifeTracer::Trace(Ref<IObjectBase> object, std::string_view exp
     return Ref<IObjectBase>::Adopt(objects_->Give(object.Detach(), as, {exportId, &NameManager, nullptr}));
 }
 
-void LifeTracer::NoteUnloaded()
+Ref<IObjectBase> LifeTracer::GetOwn(const Ref<IObjectBase>& object) const
+{
+    return Ref<IObjectBase>(objects_->GetReal(object.Get()));
+}
+
+void LifeTracer::NoteUnloaded() noexcept
 {
     objects_->NoteUnloaded();
 }

@@ -64,12 +64,14 @@ public:
     // Writes what is still held, by classes.
     void Report() const;
 
-    // For library managers: the module's objects are to be traced; the traced object of an export; the report on the
-    // objects of some modules; and that modules have been unmapped.
+    // For library managers: the module's objects are to be traced; the traced object of an export; the module's own object
+    // behind a traced one, or the object itself; the report on the objects of some modules; and that modules have been
+    // unmapped.
     void AddModule(const std::filesystem::path& file);
     Ref<IObjectBase> Trace(Ref<IObjectBase> object, std::string_view exportId);
+    Ref<IObjectBase> GetOwn(const Ref<IObjectBase>& object) const;
     void Report(const std::vector<std::filesystem::path>& modules) const;
-    void NoteUnloaded();
+    void NoteUnloaded() noexcept;
 
 private:
     using IsMeant = std::function<bool(const TracedObject&)>;

@@ -13,7 +13,10 @@ Outcome<Module> Module::Load(const std::filesystem::path& file)
         return document.GetError();
     auto name = DisplayName(file);
     std::string reason;
-    auto library = Platform::DynamicLibrary::Load(file.string(), reason);
+    // The system remembers the name as it was given, which has to mean the same file wherever the program goes.
+    std::error_code failed;
+    const auto place = std::filesystem::absolute(file, failed);
+    auto library = Platform::DynamicLibrary::Load((failed ? file : place).string(), reason);
     if (!library)
         return MakeError(ErrorKind::CannotLoad, name + " cannot be loaded: " + reason);
     // The system gives functions as plain addresses.

@@ -24,7 +24,7 @@ void TracedModules::Add(const std::filesystem::path& file)
     if (std::any_of(modules_.begin(), modules_.end(), isMeant))
         return;
     modules_.push_back({canonical, canonical.filename().string()});
-    origins_.clear();
+    std::erase_if(origins_, [](const auto& known) { return known.second == nullptr; });
 }
 
 // The system is asked without the lock: it has one of its own, which it holds while the start code of a module runs.

@@ -12,7 +12,7 @@ namespace tvx::Platform
 // The name of a class as sources have it, with its namespaces; the compiler's own name for it where that cannot be told.
 std::string GetClassName(const std::type_info& type);
 
-// The class of an object of any module; empty when the module was compiled without run-time type information.
+// The class of an object of any module; empty when it was compiled without run-time type information, or not by C++.
 std::string GetClassNameOf(const IObjectBase& object);
 
 }  // namespace tvx::Platform

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/ClassName.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string_view>
 
 #include <cxxabi.h>
+#include <dlfcn.h>
 
 namespace tvx::Platform
 {
@@ -13,12 +16,26 @@ namespace tvx::Platform
 namespace
 {
 
+// In front of a table of slots that no C++ compiler made, such as one in C, stands anything. A type is an object whose own
+// class is one of those that the C++ runtime has for types.
+bool IsType(const void* address)
+{
+    constexpr std::string_view RuntimeClasses = "_ZTVN10__cxxabiv1";
+    Dl_info found = {};
+    if (reinterpret_cast<std::uintptr_t>(address) % alignof(std::type_info) != 0 || dladdr(address, &found) == 0)
+        return false;
+    const void* table = nullptr;
+    std::memcpy(&table, address, sizeof table);
+    return dladdr(table, &found) != 0 && found.dli_sname != nullptr &&
+           std::string_view(found.dli_sname).substr(0, RuntimeClasses.size()) == RuntimeClasses;
+}
+
 // Stands in front of the object's slots; typeid would trust that it is there.
 const std::type_info* FindType(const IObjectBase& object)
 {
-    const std::type_info* const* slots = nullptr;
+    const void* const* slots = nullptr;
     std::memcpy(&slots, static_cast<const void*>(&object), sizeof slots);
-    return slots[-1];
+    return IsType(slots[-1]) ? static_cast<const std::type_info*>(slots[-1]) : nullptr;
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include <cstdlib>
 #include <sstream>
+#include <stdexcept>
 
 namespace tvx::host
 {
@@ -132,6 +133,27 @@ TEST(LifeTracer, WritesToAStreamOfTheProgram)
         manager.TraceLives(tracer);
     }
     EXPECT_EQ(stream.str(), "LifeTracer: nothing is still held\n");
+}
+
+// The modules among themselves have nothing to do with the tracer.
+TEST_F(TracedLives, OffersTheModulesOwnObjectToOthers)
+{
+    const auto object = *manager->GetExport(MapExport);
+    manager->Offer("test.Contract/1.0", object);
+    ASSERT_EQ(tracer.GetHeld().size(), 1U);
+    EXPECT_EQ(tracer.GetHeld()[0].references, 1U);  // the test's own, not one of the offer
+    EXPECT_NE(tracer.GetOwn(object).Get(), object.Get());
+}
+
+TEST(LifeTracer, LetsAManagerEndWhoseWriterThrows)
+{
+    LifeTracer tracer([](std::string_view) { throw std::runtime_error("the disk is full"); });
+    {
+        LibraryManager manager(test::MakeRealCatalog());
+        manager.TraceLives(tracer);
+        EXPECT_TRUE(manager.GetExport(MapExport));
+    }
+    EXPECT_TRUE(tracer.GetHeld().empty());
 }
 
 }  // namespace

@@ -34,5 +34,17 @@ TEST(ClassName, IsEmptyForAnObjectCompiledWithoutTypeInformation)
     EXPECT_EQ(Platform::GetClassNameOf(reinterpret_cast<const IObjectBase&>(object)), "");
 }
 
+// What stands in front of a table in C is the program's own.
+TEST(ClassName, IsEmptyForATableThatNoCompilerMade)
+{
+    static const char text[16] = "any text at all";
+    const void* const table[] = {nullptr, text, nullptr};
+    const void* const* const object = table + 2;
+    EXPECT_EQ(Platform::GetClassNameOf(reinterpret_cast<const IObjectBase&>(object)), "");
+    const void* const odd[] = {nullptr, text + 1, nullptr};
+    const void* const* const other = odd + 2;
+    EXPECT_EQ(Platform::GetClassNameOf(reinterpret_cast<const IObjectBase&>(other)), "");
+}
+
 }  // namespace
 }  // namespace tvx::test
