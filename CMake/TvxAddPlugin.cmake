@@ -41,9 +41,8 @@ function(tvx_add_module name)
     if(WIN32)
         return()
     endif()
-    # A unique symbol binds the file to the process for good.
-    target_compile_options(${name} PRIVATE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
-    # The standard library's templates are weak symbols of default visibility: only the version script hides them.
+    # Static members of templates are weak symbols of default visibility, and unique ones, which would keep the file mapped for
+    # good: only the version script hides them.
     set(symbols ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/GetExport.map)
     target_link_options(${name} PRIVATE LINKER:--version-script=${symbols})
     set_target_properties(${name} PROPERTIES LINK_DEPENDS ${symbols})

@@ -20,14 +20,14 @@ namespace
 // class is one of those that the C++ runtime has for types.
 bool IsType(const void* address)
 {
-    constexpr std::string_view RuntimeClasses = "_ZTVN10__cxxabiv1";
+    constexpr std::string_view runtimeClasses = "_ZTVN10__cxxabiv1";
     Dl_info found = {};
     if (reinterpret_cast<std::uintptr_t>(address) % alignof(std::type_info) != 0 || dladdr(address, &found) == 0)
         return false;
     const void* table = nullptr;
     std::memcpy(&table, address, sizeof table);
     return dladdr(table, &found) != 0 && found.dli_sname != nullptr &&
-           std::string_view(found.dli_sname).substr(0, RuntimeClasses.size()) == RuntimeClasses;
+           std::string_view(found.dli_sname).substr(0, runtimeClasses.size()) == runtimeClasses;
 }
 
 // Stands in front of the object's slots; typeid would trust that it is there.
