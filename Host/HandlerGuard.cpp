@@ -4,6 +4,8 @@
 #include "Host/TracedObjects.h"
 #include "Platform/ClassName.h"
 
+#include <memory>
+
 namespace tvx::host
 {
 
@@ -17,6 +19,15 @@ void NoteGone(std::uint64_t guard)
 
 }  // namespace
 
+// What keeps the listeners is never destroyed: objects tell their end until the process has ended.
+Ref<EndListener> EndListener::Make(OnEnd onEnd)
+{
+    static std::mutex lock;
+    static auto& kept = *std::make_unique<std::vector<Ref<EndListener>>>().release();
+    const std::lock_guard<std::mutex> guard(lock);
+    return kept.emplace_back(MakeRef<EndListener>(std::move(onEnd)));
+}
+
 HandlerGuard::HandlerGuard(IEventHandler& handler, TracedObjects& objects)
     : handler_(handler),
       objects_(objects),
@@ -29,8 +40,12 @@ Result HandlerGuard::OnEvent(IObject* sender, const char* interfaceId, const cha
 {
     if (!IsGone())
         return handler_.OnEvent(FindFace(sender), interfaceId, eventName, objects_.FindFace(param), userData);
-    objects_.GetLog().AddFinding(std::string("event ") + eventName + " of " + interfaceId +
-                                 " for a handler that is gone (" + className_ + ")");
+    const auto tell = [&]
+    {
+        return std::string("event ") + eventName + " of " + interfaceId + " for a handler that is gone (" + className_ +
+               ")";
+    };
+    objects_.GetLog().AddFindingOf(tell);
     return TVX_E_FAIL;
 }
 
@@ -41,46 +56,52 @@ IObject* HandlerGuard::FindFace(IObject* sender) const
     return reinterpret_cast<IObject*>(static_cast<std::uintptr_t>(face));
 }
 
-HandlerGuards::HandlerGuards(TracedObjects& objects) : objects_(objects), listener_(MakeRef<EndListener>(&NoteGone)) {}
+HandlerGuards::HandlerGuards(TracedObjects& objects) : objects_(objects), listener_(EndListener::Make(&NoteGone)) {}
 
 HandlerGuards::~HandlerGuards()
 {
-    for (const auto& guard : guards_)
-    {
-        if (!guard->IsGone())
-            guard->GetHandler().UnsubscribeDestroyed(listener_.Get());
-    }
+    listener_->Forget();
 }
 
-IEventHandler* HandlerGuards::Get(IEventHandler& handler, bool subscribes)
+// The guard of one that has gone is no longer found, so that the new one is unsubscribed as itself if it gets no guard.
+HandlerGuard* HandlerGuards::FindKnown(IEventHandler* handler, bool subscribes)
 {
-    {
-        const std::lock_guard<std::mutex> guard(lock_);
-        auto* const found = Find(handler, subscribes);
-        if (found != nullptr)
-            return found;
-    }
-    if (!subscribes)
-        return &handler;
+    const std::lock_guard<std::mutex> guard(lock_);
+    const auto found = current_.find(handler);
+    if (found == current_.end())
+        return nullptr;
+    if (!subscribes || !found->second->IsGone())
+        return found->second;
+    current_.erase(found);
+    return nullptr;
+}
+
+HandlerGuard* HandlerGuards::Make(IEventHandler& handler)
+{
     const auto made = MakeRef<HandlerGuard>(handler, objects_);
-    {
-        const std::lock_guard<std::mutex> guard(lock_);
-        auto* const found = Find(handler, subscribes);  // another thread may have come first
-        if (found != nullptr)
-            return found;
-        guards_.push_back(made);
-        current_[&handler] = made.Get();
-    }
-    handler.SubscribeDestroyed(listener_.Get(), reinterpret_cast<std::uintptr_t>(made.Get()));
-    return made.Get();
+    auto* const current = Add(handler, made);
+    if (current == made.Get())
+        handler.SubscribeDestroyed(listener_.Get(), reinterpret_cast<std::uintptr_t>(current));
+    return current;
 }
 
-// What stands at the address of a handler that has gone is a new one when it subscribes.
-HandlerGuard* HandlerGuards::Find(IEventHandler& handler, bool subscribes) const
+// Another thread may have come first. Without memory for the second book the handler is in neither.
+HandlerGuard* HandlerGuards::Add(IEventHandler& handler, const Ref<HandlerGuard>& made)
 {
-    const auto found = current_.find(&handler);
-    const bool isMeant = found != current_.end() && !(subscribes && found->second->IsGone());
-    return isMeant ? found->second : nullptr;
+    const std::lock_guard<std::mutex> guard(lock_);
+    const auto [current, isNew] = current_.emplace(&handler, made.Get());
+    if (!isNew)
+        return current->second;
+    try
+    {
+        guards_.push_back(made);
+    }
+    catch (...)
+    {
+        current_.erase(current);
+        throw;
+    }
+    return made.Get();
 }
 
 }  // namespace tvx::host

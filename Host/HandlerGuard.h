@@ -17,7 +17,8 @@ namespace tvx::host
 
 class TracedObjects;
 
-// Hears of the end of objects; userData says of which.
+// Hears of the end of objects; userData says of which. It stays as long as the process: objects that outlive the one
+// who wanted to know still have it.
 class EndListener final : public ClassImpl<EndListener, IEventHandler>
 {
 public:
@@ -26,14 +27,21 @@ public:
 
     explicit EndListener(OnEnd onEnd) : onEnd_(std::move(onEnd)) {}
 
+    static Ref<EndListener> Make(OnEnd onEnd);
+
     Result OnEvent(IObject*, const char*, const char*, std::uint64_t, std::uint64_t userData) override
     {
-        onEnd_(userData);
+        if (!isForgotten_)
+            onEnd_(userData);
         return TVX_OK;
     }
 
+    // Nobody is told of an end that comes later.
+    void Forget() { isForgotten_ = true; }
+
 private:
     const OnEnd onEnd_;
+    std::atomic<bool> isForgotten_{false};
 };
 
 // Stands between an object and a handler of the host program: passes events on, with the faces that the host knows in
@@ -48,7 +56,6 @@ public:
     Result OnEvent(IObject* sender, const char* interfaceId, const char* eventName, std::uint64_t param,
                    std::uint64_t userData) override;
 
-    IEventHandler& GetHandler() const { return handler_; }
     bool IsGone() const { return gone_; }
     void NoteGone() { gone_ = true; }
 
@@ -70,15 +77,19 @@ public:
     HandlerGuards(const HandlerGuards&) = delete;
     HandlerGuards& operator=(const HandlerGuards&) = delete;
 
-    // What the module is given for the handler. A handler that was never subscribed has no guard and is given itself.
-    IEventHandler* Get(IEventHandler& handler, bool subscribes);
+    // The guard that the handler has; null for none. Who subscribes at the address of a handler that has gone is a new
+    // one, and has none.
+    HandlerGuard* FindKnown(IEventHandler* handler, bool subscribes);
+
+    // A guard for a handler that subscribes.
+    HandlerGuard* Make(IEventHandler& handler);
 
 private:
-    HandlerGuard* Find(IEventHandler& handler, bool subscribes) const;
+    HandlerGuard* Add(IEventHandler& handler, const Ref<HandlerGuard>& made);
 
     TracedObjects& objects_;
     const Ref<EndListener> listener_;
-    mutable std::mutex lock_;
+    std::mutex lock_;
     std::vector<Ref<HandlerGuard>> guards_;
     std::unordered_map<IEventHandler*, HandlerGuard*> current_;
 };

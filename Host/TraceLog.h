@@ -35,6 +35,17 @@ public:
     {
     }
 
+    // The same with a text that makeText makes, for callers that must not throw.
+    template <class MakeText>
+    void AddFindingOf(MakeText&& makeText) noexcept
+    try
+    {
+        AddFinding(makeText());
+    }
+    catch (...)  // want of memory
+    {
+    }
+
     std::vector<std::string> GetFindings() const
     {
         const std::lock_guard<std::mutex> guard(lock_);

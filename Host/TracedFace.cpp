@@ -3,6 +3,8 @@
 
 #include "Host/TracedObjects.h"
 
+#include <atomic>
+
 namespace tvx::host
 {
 
@@ -11,7 +13,7 @@ void TracedFace::Widen(const TracedInterface& as)
     if (as_ == &as || !as.IsA(*as_))
         return;
     as_ = &as;
-    slots_ = as.slots;
+    std::atomic_ref(slots_).store(as.slots, std::memory_order_release);
 }
 
 std::uint32_t TracedFace::CountUp()
@@ -29,7 +31,7 @@ std::uint32_t TracedFace::CountDown()
     const bool wasHeld = objects_->TakeHeld(*object_);
     if (!wasHeld && object_->state != TracedObject::State::Unloaded)
     {
-        objects_->AddFinding(*object_, "was released more often than it was held");
+        objects_->AddFinding(*object_, [] { return "was released more often than it was held"; });
         return 0;
     }
     if (!IsUsable(&GetOperationName<&IObjectBase::Release>))
@@ -58,8 +60,11 @@ bool TracedFace::IsUsable(OperationNamer operation) const
     if (state == TracedObject::State::Alive)
         return true;
     const bool unloaded = state == TracedObject::State::Unloaded;
-    objects_->AddFinding(*object_, std::string("was used after its ") +
-                                       (unloaded ? "module was unloaded: " : "last release: ") + operation());
+    const auto tell = [&] {
+        return (unloaded ? "was used after its module was unloaded: " : "was used after its last release: ") +
+               operation();
+    };
+    objects_->AddFinding(*object_, tell);
     return false;
 }
 
@@ -76,7 +81,7 @@ IEventHandler* TracedCall::GetGuard(IEventHandler* handler) const
 void TracedCall::AfterSubscribing(const IEventHandler* handler) const
 {
     if (handler == nullptr && !subscribes)
-        face.GetObjects().Listen(face.GetObject());
+        face.GetObjects().ListenAgain(face.GetObject());
 }
 
 IObjectBase* TracedCall::GiveFace(IObjectBase* given, const TracedInterface& as) const

@@ -41,7 +41,9 @@ public:
     // Whether what stands at the real pointer is of the class that stood there when the face was made.
     bool IsSameClass() const { return Platform::GetTable(*real_) == realTable_; }
 
-    // Lets the face be called by the slots of as, too, when that derives from what it is.
+    // Lets the face be called by the slots of as, too, when that derives from what it is. The new table has the slots
+    // of the old one in front. Callers read the word of the table as every call of an operation does, without a lock:
+    // all that can be done for them is that it changes as a whole and that the table is there before.
     void Widen(const TracedInterface& as);
 
     // What a table holds for an operation: code that takes the face as "this".

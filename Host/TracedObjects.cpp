@@ -26,20 +26,16 @@ std::string GetClassName(const IObjectBase& object)
 
 TracedObjects::TracedObjects(TraceLog& log)
     : log_(log),
-      listener_(MakeRef<EndListener>([this](std::uint64_t userData) { NoteEnd(ToObject(userData)); })),
+      listener_(EndListener::Make([this](std::uint64_t userData) { NoteEnd(ToObject(userData)); })),
       guards_(*this)
 {
 }
 
-// Whatever outlives the tracer has nobody to tell its end any more.
+// Whatever outlives the tracer tells its end to a listener that has nobody to tell. The objects are left alone: one
+// that had no memory to subscribe the listener may have gone unheard.
 TracedObjects::~TracedObjects()
 {
-    NoteUnloaded();
-    for (const auto* const object : GetAlive())
-    {
-        if (object->listenedAt != nullptr)
-            object->listenedAt->UnsubscribeDestroyed(listener_.Get());
-    }
+    listener_->Forget();
 }
 
 // Without memory the object goes untraced.
@@ -69,15 +65,18 @@ IObjectBase* TracedObjects::GetReal(IObjectBase* given) const
     return isFace ? reinterpret_cast<TracedFace*>(given)->GetReal() : given;
 }
 
-// One that is only unsubscribed may have gone already, so nothing is asked of it.
+// One that is only unsubscribed may have gone already, so nothing is asked of it. One that has a guard is known by it,
+// also when there is no memory to find out more.
 IEventHandler* TracedObjects::GetGuard(IEventHandler* handler, bool subscribes) noexcept
 try
 {
     auto* const real = GetReal(handler);
     if (real != handler)
         return static_cast<IEventHandler*>(real);
-    const bool isOwn = handler == nullptr || (subscribes && modules_.Find(Platform::GetTable(*handler)) != nullptr);
-    return isOwn ? handler : guards_.Get(*handler, subscribes);
+    if (auto* const known = guards_.FindKnown(handler, subscribes))
+        return known;
+    const bool isOwn = handler == nullptr || !subscribes || modules_.Find(Platform::GetTable(*handler)) != nullptr;
+    return isOwn ? handler : guards_.Make(*handler);
 }
 catch (...)  // want of memory
 {
@@ -92,7 +91,7 @@ std::uint64_t TracedObjects::FindFace(std::uint64_t address) const
     if (face == nullptr)
         return address;
     const auto& object = face->GetObject();
-    const bool isCertain = object.held > 0 || object.listenedAt != nullptr;
+    const bool isCertain = object.held > 0 || object.isListening;
     return isCertain ? reinterpret_cast<std::uintptr_t>(face->GetInterface()) : address;
 }
 
@@ -119,50 +118,68 @@ void TracedObjects::NoteZero(TracedObject& object)
         object.state = TracedObject::State::Dead;
 }
 
-// There may be a subscription already; a second one would tell twice.
-void TracedObjects::Listen(const TracedObject& object) const
+// Of several threads one subscribes.
+void TracedObjects::Listen(TracedObject& object) const
 {
-    if (object.listenedAt == nullptr)
+    if (object.listenedAt != nullptr && !object.isListening.exchange(true))
+        object.listenedAt->SubscribeDestroyed(listener_.Get(), reinterpret_cast<std::uintptr_t>(&object));
+}
+
+// The subscription may still be there, when it was another event that the object was told to forget.
+void TracedObjects::ListenAgain(const TracedObject& object) const
+{
+    if (!object.isListening)
         return;
     object.listenedAt->UnsubscribeDestroyed(listener_.Get());
     object.listenedAt->SubscribeDestroyed(listener_.Get(), reinterpret_cast<std::uintptr_t>(&object));
 }
 
-void TracedObjects::AddFinding(const TracedObject& object, const std::string& what)
+std::string TracedObjects::GetName(const TracedObject& object)
 {
-    log_.AddFinding(*object.className + " of " + object.module->name + " (export " + *object.exportId + ") " + what);
+    return *object.className + " of " + object.module->name + " (export " + *object.exportId + ")";
 }
 
+// Threads that listened again at the same time are told more than once.
 void TracedObjects::NoteEnd(TracedObject& object)
 {
     std::uint32_t held = 0;
     {
         const Guard guard(lock_);
-        object.state = TracedObject::State::Dead;
-        held = object.held;
+        if (object.End(TracedObject::State::Dead))
+            held = object.held;
     }
+    const auto tell = [held]
+    { return "was destroyed while the host program held " + std::to_string(held) + " of its references"; };
     if (held > 0)
-        AddFinding(object, "was destroyed while the host program held " + std::to_string(held) + " of its references");
+        AddFinding(object, tell);
 }
 
-std::vector<TracedObject*> TracedObjects::GetAlive()
+// Objects stay where they are when others come.
+TracedObject* TracedObjects::FindObject(std::size_t index) noexcept
 {
-    std::vector<TracedObject*> alive;
     const Guard guard(lock_);
-    for (auto& object : objects_)
-    {
-        if (object.IsAlive())
-            alive.push_back(&object);
-    }
-    return alive;
+    return index < objects_.size() ? &objects_[index] : nullptr;
 }
 
-void TracedObjects::NoteUnloaded()
+// Without the memory to find out, the object stays as it is to a program that is in order.
+bool TracedObjects::IsMapped(const TracedObject& object) const noexcept
+try
 {
-    for (auto* const object : GetAlive())
+    return modules_.Find(object.table) == object.module;
+}
+catch (...)
+{
+    return true;
+}
+
+// The system is not asked under the lock: it may be running the start code of a module.
+void TracedObjects::NoteUnloaded() noexcept
+{
+    std::size_t index = 0;
+    while (auto* const object = FindObject(index++))
     {
-        if (modules_.Find(object->table) != object->module)
-            object->state = TracedObject::State::Unloaded;
+        if (object->IsAlive() && !IsMapped(*object))
+            object->End(TracedObject::State::Unloaded);
     }
 }
 
@@ -189,7 +206,8 @@ TracedFace* TracedObjects::TakeKnown(IObjectBase& real, const TracedInterface& a
         return nullptr;
     }
     face->Widen(as);
-    Hold(object, source);
+    NoteGivenAgain(object, source);
+    ++object.held;
     return face;
 }
 
@@ -201,7 +219,7 @@ TracedFace& TracedObjects::Take(IObjectBase& real, const TracedModule& module, c
     auto* face = FindKnown(&real);
     if (face == nullptr)
         face = &AddFace(real, *view.longest, FindOrAddObject(real, module, view, source));
-    Hold(face->GetObject(), source);
+    ++face->GetObject().held;
     return *face;
 }
 
@@ -211,7 +229,8 @@ TracedFace* TracedObjects::FindKnown(const void* real) const
     return found != byReal_.end() && found->second->GetObject().IsAlive() ? found->second : nullptr;
 }
 
-// One of another class that has been known at the address has gone without telling.
+// One of another class that has been known at the address has gone without telling. A new one has all its names before
+// anybody finds it.
 TracedObject& TracedObjects::FindOrAddObject(IObjectBase& real, const TracedModule& module, const TracedView& view,
                                              const TracedSource& source)
 {
@@ -220,11 +239,18 @@ TracedObject& TracedObjects::FindOrAddObject(IObjectBase& real, const TracedModu
     const auto* const className = Keep(GetClassName(real));
     const auto known = byIdentity_.find(view.identity);
     if (known != byIdentity_.end() && known->second->IsAlive() && known->second->className == className)
+    {
+        NoteGivenAgain(*known->second, source);
         return *known->second;
+    }
+    const auto* const exportId = Keep(std::string(source.exportId));
+    const auto* const givenBy = Keep(source.operation());
     auto& object = objects_.emplace_back();
     object.module = &module;
     object.table = Platform::GetTable(real);
     object.className = className;
+    object.exportId = exportId;
+    object.givenBy = givenBy;
     object.listenedAt = view.listenedAt;
     byIdentity_[view.identity] = &object;
     return object;
@@ -238,14 +264,18 @@ TracedFace& TracedObjects::AddFace(IObjectBase& real, const TracedInterface& as,
     return face;
 }
 
-void TracedObjects::Hold(TracedObject& object, const TracedSource& source)
+// What the program had let go of has another giver from now on, where there is the memory to remember it.
+void TracedObjects::NoteGivenAgain(TracedObject& object, const TracedSource& source) noexcept
+try
 {
-    if (object.held == 0)
-    {
-        object.exportId = Keep(std::string(source.exportId));
-        object.givenBy = Keep(source.operation());
-    }
-    ++object.held;
+    if (object.held > 0)
+        return;
+    const auto* const exportId = Keep(std::string(source.exportId));
+    object.givenBy = Keep(source.operation());
+    object.exportId = exportId;
+}
+catch (...)
+{
 }
 
 }  // namespace tvx::host

@@ -57,19 +57,27 @@ public:
     bool TakeHeld(TracedObject& object);
     void NoteZero(TracedObject& object);
 
-    // Makes sure that the end of the object is heard of, where it tells.
-    void Listen(const TracedObject& object) const;
+    // For an object that was told to forget who hears of its end: the tracer goes on hearing of it.
+    void ListenAgain(const TracedObject& object) const;
 
-    void AddFinding(const TracedObject& object, const std::string& what);
+    // What the object did is what makeWhat gives. Nothing that goes wrong here changes the call that is found fault
+    // with.
+    template <class MakeWhat>
+    void AddFinding(const TracedObject& object, MakeWhat&& makeWhat) noexcept
+    {
+        log_.AddFindingOf([&] { return GetName(object) + " " + makeWhat(); });
+    }
 
     // Objects whose module is not mapped any more are out of reach from now on.
-    void NoteUnloaded();
+    void NoteUnloaded() noexcept;
 
     // Calls visit, under the lock, for every object on which the host program holds references.
     void VisitHeld(const std::function<void(const TracedObject&)>& visit) const;
 
 private:
     TracedFace* TakeKnown(IObjectBase& real, const TracedInterface& as, const TracedSource& source);
+    static std::string GetName(const TracedObject& object);
+    void Listen(TracedObject& object) const;
     TracedFace& Take(IObjectBase& real, const TracedModule& module, const TracedView& view, const TracedSource& source);
 
     // These need the lock.
@@ -77,11 +85,12 @@ private:
     TracedObject& FindOrAddObject(IObjectBase& real, const TracedModule& module, const TracedView& view,
                                   const TracedSource& source);
     TracedFace& AddFace(IObjectBase& real, const TracedInterface& as, TracedObject& object);
-    void Hold(TracedObject& object, const TracedSource& source);
+    void NoteGivenAgain(TracedObject& object, const TracedSource& source) noexcept;
     const std::string* Keep(std::string text) { return &*texts_.insert(std::move(text)).first; }
 
     void NoteEnd(TracedObject& object);
-    std::vector<TracedObject*> GetAlive();
+    bool IsMapped(const TracedObject& object) const noexcept;
+    TracedObject* FindObject(std::size_t index) noexcept;
 
     TraceLog& log_;
     TracedModules modules_;
