@@ -77,7 +77,14 @@ void LibraryManager::Offer(const std::string& contract, const Ref<IObjectBase>& 
 
 void LibraryManager::Configure(const Ref<IConfiguration>& configuration)
 {
-    configuration_ = configuration;
+    if (tracer_ == nullptr)
+    {
+        configuration_ = configuration;
+        return;
+    }
+    // A stand-in has one real interface behind it, and that is the same one.
+    const auto own = tracer_->GetOwn(Ref<IObjectBase>(configuration));
+    configuration_ = Ref<IConfiguration>(static_cast<IConfiguration*>(own.Get()));
 }
 
 void LibraryManager::TraceLives(LifeTracer& tracer)

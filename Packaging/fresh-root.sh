@@ -18,12 +18,14 @@ make_fresh_root()
     [[ ! -e $root ]] || { echo "$root exists already" >&2; return 1; }
     mkdir -p "$(dirname "$root")"
     log=$root.log
-    debootstrap --variant=minbase --include=ca-certificates bookworm "$root" "$(debian_mirror)" >"$log" 2>&1 || { tail -n 20 "$log" >&2; return 1; }
+    debootstrap --variant=minbase --include=ca-certificates bookworm "$root" "$(debian_mirror)" >"$log" 2>&1 ||
+        { tail -n 20 "$log" >&2; return 1; }
     cp /etc/resolv.conf "$root/etc/resolv.conf"
     printf 'APT::Get::Assume-Yes "true";\nAPT::Install-Recommends "false";\nDpkg::Use-Pty "false";\n' \
         >"$root/etc/apt/apt.conf.d/90unattended"
     apt-config dump Acquire::http::Proxy >"$root/etc/apt/apt.conf.d/91proxy"
-    in_root "$root" apt-get -q -o APT::Update::Error-Mode=any update >"$log" 2>&1 || { tail -n 20 "$log" >&2; return 1; }
+    in_root "$root" apt-get -q -o APT::Update::Error-Mode=any update >"$log" 2>&1 ||
+        { tail -n 20 "$log" >&2; return 1; }
 }
 
 # Runs a command in it, with a /proc that goes with the command.
@@ -33,6 +35,6 @@ in_root()
     shift
     # shellcheck disable=SC2016  # the inner shell expands it
     unshare --mount --pid --fork bash -c 'mount -t proc proc "$1/proc" && root=$1 && shift && exec env -i \
-        PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 \
+        PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/ LC_ALL=C.UTF-8 \
         DEBIAN_FRONTEND=noninteractive chroot "$root" "$@"' - "$root" "$@"
 }

@@ -83,26 +83,21 @@ _tvx()
 complete -F _tvx tvx
 )";
 
-std::string MakeBranch(const CommandWords& command)
+ShellWords GetWords(const CommandWords& command)
 {
-    std::vector<std::string> names;
+    ShellWords words;
     for (const auto& below : command.commands)
-        names.push_back(below.name);
-    std::vector<std::string> options;
+        words.commands.push_back(below.name);
     for (const auto& option : command.options)
-        options.insert(options.end(), option.names.begin(), option.names.end());
-    return "    " + QuoteForShell(command.path) + ")\n" + MakeShellArray("commands", names) +
-           MakeShellArray("options", options) + MakeShellArray("places", command.places) + "        ;;\n";
+        words.options.insert(words.options.end(), option.names.begin(), option.names.end());
+    return words;
 }
 
 }  // namespace
 
 std::string MakeBashCompletion(const std::vector<CommandWords>& commands)
 {
-    std::string script = Head;
-    for (const auto& command : commands)
-        script += MakeBranch(command);
-    return script + "    esac\n}\n\n" + MakeShellValueTable(commands) + Walk;
+    return MakeShellScript(Head, &GetWords, Walk, commands);
 }
 
 }  // namespace tvx::tool

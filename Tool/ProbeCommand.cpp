@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Host/Module.h"
 #include "Host/ModuleFile.h"
+#include "Host/TracedInterface.h"
 #include "Platform/ClassName.h"
 #include "Tool/Commands.h"
 #include "Tool/DocumentPrinter.h"
-#include "Tool/KnownInterfaces.h"
 
 #include <memory>
 #include <optional>
+#include <set>
 
 namespace tvx::tool
 {
@@ -29,7 +30,7 @@ struct Finding
     std::string id;
     std::optional<host::Error> problem;
     std::string className;
-    std::vector<std::string> interfaces;
+    std::set<std::string> interfaces;
     std::uint32_t references = 0;
 };
 
@@ -43,13 +44,14 @@ bool Answers(IObjectBase& object, const char* interfaceId)
     return static_cast<bool>(given);
 }
 
-std::vector<std::string> FindInterfaces(IObjectBase& object)
+// By name; some interfaces have an identifier together.
+std::set<std::string> FindInterfaces(IObjectBase& object)
 {
-    std::vector<std::string> answered;
-    for (const char* const interfaceId : KnownInterfaces)
+    std::set<std::string> answered;
+    for (const auto* const known : host::GetTracedInterfaces())
     {
-        if (Answers(object, interfaceId))
-            answered.emplace_back(interfaceId);
+        if (known->id != nullptr && Answers(object, known->id))
+            answered.emplace(known->id);
     }
     return answered;
 }

@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Tool/ShellTables.h"
 
+#include <string_view>
+
 namespace tvx::tool
 {
 
 namespace
 {
 
-std::string MakeValueBranch(const std::string& path, const NamedOption& option)
-{
-    std::string patterns;
-    for (const auto& name : option.names)
-        patterns.append(patterns.empty() ? "" : " | ").append(QuoteForShell(path + " " + name));
-    return "    " + patterns + ") value=" + QuoteForShell(option.takes) + " ;;\n";
-}
-
-}  // namespace
-
+// The text as one word of these shells, whatever characters it has.
 std::string QuoteForShell(std::string_view text)
 {
     std::string quoted = "'";
@@ -29,7 +22,16 @@ std::string QuoteForShell(std::string_view text)
     return quoted + "'";
 }
 
-std::string MakeShellArray(const char* name, const std::vector<std::string>& elements)
+std::string MakeValueBranch(const std::string& path, const NamedOption& option)
+{
+    std::string patterns;
+    for (const auto& name : option.names)
+        patterns.append(patterns.empty() ? "" : " | ").append(QuoteForShell(path + " " + name));
+    return "    " + patterns + ") value=" + QuoteForShell(option.takes) + " ;;\n";
+}
+
+// One array of the branch of a command.
+std::string MakeArray(const char* name, const std::vector<std::string>& elements)
 {
     if (elements.empty())
         return "";
@@ -39,7 +41,14 @@ std::string MakeShellArray(const char* name, const std::vector<std::string>& ele
     return text + "        )\n";
 }
 
-std::string MakeShellValueTable(const std::vector<CommandWords>& commands)
+std::string MakeBranch(const CommandWords& command, const ShellWords& words)
+{
+    return "    " + QuoteForShell(command.path) + ")\n" + MakeArray("commands", words.commands) +
+           MakeArray("options", words.options) + MakeArray("places", command.places) + "        ;;\n";
+}
+
+// The function _tvx_value: puts into value what the option $2 of the command $1 takes.
+std::string MakeValueTable(const std::vector<CommandWords>& commands)
 {
     std::string text = "# What the option $2 of the command $1 takes; empty for nothing.\n"
                        "_tvx_value()\n{\n    value=\n    case \"$1 $2\" in\n";
@@ -52,6 +61,17 @@ std::string MakeShellValueTable(const std::vector<CommandWords>& commands)
         }
     }
     return text + "    esac\n}\n\n";
+}
+
+}  // namespace
+
+std::string MakeShellScript(const char* head, ShellWords (*getWords)(const CommandWords& command), const char* walk,
+                            const std::vector<CommandWords>& commands)
+{
+    std::string script = head;
+    for (const auto& command : commands)
+        script += MakeBranch(command, getWords(command));
+    return script + "    esac\n}\n\n" + MakeValueTable(commands) + walk;
 }
 
 }  // namespace tvx::tool

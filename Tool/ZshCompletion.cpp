@@ -91,29 +91,24 @@ std::string Describe(const std::string& name, const std::string& description)
     return element;
 }
 
-std::string MakeBranch(const CommandWords& command)
+ShellWords GetWords(const CommandWords& command)
 {
-    std::vector<std::string> names;
+    ShellWords words;
     for (const auto& below : command.commands)
-        names.push_back(Describe(below.name, below.description));
-    std::vector<std::string> options;
+        words.commands.push_back(Describe(below.name, below.description));
     for (const auto& option : command.options)
     {
         for (const auto& name : option.names)
-            options.push_back(Describe(name, option.description));
+            words.options.push_back(Describe(name, option.description));
     }
-    return "    " + QuoteForShell(command.path) + ")\n" + MakeShellArray("commands", names) +
-           MakeShellArray("options", options) + MakeShellArray("places", command.places) + "        ;;\n";
+    return words;
 }
 
 }  // namespace
 
 std::string MakeZshCompletion(const std::vector<CommandWords>& commands)
 {
-    std::string script = Head;
-    for (const auto& command : commands)
-        script += MakeBranch(command);
-    return script + "    esac\n}\n\n" + MakeShellValueTable(commands) + Walk;
+    return MakeShellScript(Head, &GetWords, Walk, commands);
 }
 
 }  // namespace tvx::tool

@@ -135,6 +135,29 @@ TEST(LifeTracer, WritesToAStreamOfTheProgram)
     EXPECT_EQ(stream.str(), "LifeTracer: nothing is still held\n");
 }
 
+// The name by which a module was found need not mean it any more.
+TEST_F(TracedLives, KnowsAModuleAfterTheProgramChangedItsFolder)
+{
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(GetRealModule("TVXGenericPlugins").parent_path());
+    LibraryManager relative(MakeCatalog({"./TVXGenericPlugins.tvxlib", "./TVXJsonSerializer.tvxlib"}));
+    relative.TraceLives(tracer);
+    auto map = test::Make<ISimpleMap>(relative, MapExport);
+    std::filesystem::current_path("/");
+    {
+        LibraryManager other(MakeCatalog({GetRealModule("TVXJsonSerializer")}));
+        other.TraceLives(tracer);
+        EXPECT_TRUE(other.GetExport("com.talvere.serializers.JSONSerializer/1.0"));
+    }
+    EXPECT_EQ(map->SetInt("Width", 1), TVX_OK);
+    EXPECT_NE(tracer.GetOwn(Ref<IObjectBase>(map)).Get(), map.Get());
+    map = test::Make<ISimpleMap>(relative, MapExport);
+    EXPECT_NE(tracer.GetOwn(Ref<IObjectBase>(map)).Get(), map.Get());
+    map = nullptr;
+    EXPECT_THAT(tracer.GetFindings(), IsEmpty());
+    std::filesystem::current_path(before);
+}
+
 // The modules among themselves have nothing to do with the tracer.
 TEST_F(TracedLives, OffersTheModulesOwnObjectToOthers)
 {

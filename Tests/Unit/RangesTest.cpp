@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Helpers/Ranges.h"
 
-#include "InterfacesHelpers/UserDataContainer.h"
 #include "Tests/Support/CaptureOutput.h"
 #include "Tests/Support/CollectionTesting.h"
 #include "Tests/Support/MemoryTesting.h"
+#include "Tests/Support/UserDataTesting.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +13,7 @@
 #include <ranges>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace
@@ -351,6 +352,7 @@ TEST(MapRange, IsARangeOfTheStandardLibrary)
 {
     static_assert(std::ranges::input_range<const MapRange>);
     static_assert(std::ranges::input_range<const UserDataRange>);
+    static_assert(!std::is_copy_assignable_v<MapRange>, "the old map would go before its iterator");
     static_assert(std::ranges::input_range<const CollectionRange<ItemWalk>>);
     static_assert(std::ranges::input_range<const CollectionRange<ItemAsWalk<ISimpleMap>>>);
     const auto map = MakeMap({{"a", "1"}, {"b", "2"}, {"c", "1"}});
@@ -358,21 +360,6 @@ TEST(MapRange, IsARangeOfTheStandardLibrary)
     const auto isOne = [](const MapEntry& entry) { return std::string_view(entry.value) == "1"; };
     EXPECT_EQ(std::ranges::count_if(range, isOne), 2);
 }
-
-// A container that can be told to refuse its iterators, which it then delivers all the same.
-class Container final : public ClassImpl<Container, UserDataContainerImpl>
-{
-public:
-    using Interfaces = InterfaceList<IUserDataContainer, IObject, IObjectBase>;
-
-    Result CreateUserDataIterator(IUserDataIterator** out) override
-    {
-        const auto made = UserDataContainerImpl::CreateUserDataIterator(out);
-        return TVX_FAILED(refusal) ? refusal : made;
-    }
-
-    Result refusal = TVX_OK;
-};
 
 class UserDataRangeTest : public testing::Test
 {
@@ -387,7 +374,7 @@ protected:
 
     const Ref<IObjectBase> object = Ref<IObjectBase>(MakeRef<ProbeObject>());
     const Ref<IObjectBase> other = Ref<IObjectBase>(MakeRef<BareObject>());
-    const Ref<Container> container = MakeRef<Container>();
+    const Ref<RefusingContainer> container = MakeRef<RefusingContainer>();
 };
 
 TEST_F(UserDataRangeTest, WalksWhatIsAttachedInTheOrderOfTheNames)
@@ -417,7 +404,7 @@ TEST_F(UserDataRangeTest, LeavesNoReferenceBehind)
 
 TEST_F(UserDataRangeTest, KeepsTheContainerAlive)
 {
-    auto shortLived = MakeRef<Container>();
+    auto shortLived = MakeRef<RefusingContainer>();
     shortLived->SetUserData("a", object.Get());
     Texts names;
     for (const auto& [name, attached] : UserData(*std::exchange(shortLived, nullptr)))

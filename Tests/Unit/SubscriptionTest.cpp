@@ -103,6 +103,20 @@ public:
     }
 };
 
+// Does not say who it is.
+class Nameless final : public ClassImpl<Nameless, ITelling>
+{
+public:
+    using Interfaces = InterfaceList<ITelling>;
+
+    void SubscribeTold(IEventHandler* handler, std::uint64_t cookie, bool subscribe) override
+    {
+        Connect(ITelling::Id, "Told", handler, cookie, subscribe);
+    }
+
+    void Tell() { Fire(ITelling::Id, "Told", this, 0); }
+};
+
 class SubscriptionTest : public testing::Test
 {
 protected:
@@ -491,6 +505,18 @@ TEST_F(DestroyedSubscriptionTest, MayEndThoseOfOtherSenders)
     map = nullptr;
     EXPECT_TRUE(IsFunctionGone());
     other->SetInt("key", 1);
+    EXPECT_EQ(heard, 0);
+}
+
+TEST_F(DestroyedSubscriptionTest, DoesNotTakeSendersForOneThatDoNotSayWhoTheyAre)
+{
+    auto dying = MakeRef<Nameless>();
+    const auto other = MakeRef<Nameless>();
+    auto another = Subscribe(*other, &ITelling::SubscribeTold, Counting());
+    const auto subscription = SubscribeDestroyed(*dying, [&](const Event&) { another.End(); });
+    dying = nullptr;
+    EXPECT_TRUE(IsFunctionGone());
+    other->Tell();
     EXPECT_EQ(heard, 0);
 }
 

@@ -5,6 +5,7 @@
 #include "Tests/Support/Doubles.h"
 #include "Tests/Support/MapTesting.h"
 #include "Tests/Support/SerializerDoubles.h"
+#include "Tests/Support/UserDataTesting.h"
 
 #include <gtest/gtest.h>
 
@@ -18,21 +19,6 @@ using namespace tvx;
 using namespace tvx::test;
 
 constexpr const char Source[] = "InterfacesHelpers/UserDataContainer.h";
-
-// A container that can be told to refuse its iterators.
-class Container final : public ClassImpl<Container, UserDataContainerImpl>
-{
-public:
-    using Interfaces = InterfaceList<IUserDataContainer, IObject, IObjectBase>;
-
-    Result CreateUserDataIterator(IUserDataIterator** out) override
-    {
-        const auto made = UserDataContainerImpl::CreateUserDataIterator(out);
-        return TVX_FAILED(refusal) ? refusal : made;
-    }
-
-    Result refusal = TVX_OK;
-};
 
 // Attached, it runs the test's action when it dies.
 class DyingObject final : public CountedImpl<DyingObject, IObjectBase>
@@ -58,7 +44,7 @@ Texts Names(IUserDataContainer& container)
 
 TEST(UserData, GivesBackWhatWasAttached)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     EXPECT_EQ(container->SetUserData("name", object.Get()), TVX_OK);
     EXPECT_EQ(object->GetRefCount(), 2U);
@@ -70,7 +56,7 @@ TEST(UserData, GivesBackWhatWasAttached)
 
 TEST(UserData, GivesBackTheSameByItsSecondForm)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     container->SetUserData("name", object.Get());
     const IObjectBase* given = nullptr;
@@ -84,7 +70,7 @@ TEST(UserData, GivesBackTheSameByItsSecondForm)
 
 TEST(UserData, EmptiesOutWhenTheNameIsAbsent)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     container->SetUserData("name", object.Get());
     for (const char* const name : {"nam", "names", "", "NAME", static_cast<const char*>(nullptr)})
@@ -100,7 +86,7 @@ TEST(UserData, EmptiesOutWhenTheNameIsAbsent)
 
 TEST(UserData, ReleasesTheFirstObjectForASecondUnderItsName)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto first = MakeRef<BareObject>();
     const auto second = MakeRef<BareObject>();
     container->SetUserData("name", first.Get());
@@ -113,7 +99,7 @@ TEST(UserData, ReleasesTheFirstObjectForASecondUnderItsName)
 TEST(UserData, KeepsAnObjectThatIsAttachedAgain)
 {
     bool died = false;
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     auto object = MakeRef<ProbeObject>(&died);
     container->SetUserData("name", object.Get());
     ProbeObject& kept = *object;
@@ -125,7 +111,7 @@ TEST(UserData, KeepsAnObjectThatIsAttachedAgain)
 
 TEST(UserData, HoldsOneReferenceForEachName)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     container->SetUserData("a", object.Get());
     container->SetUserData("b", object.Get());
@@ -136,7 +122,7 @@ TEST(UserData, HoldsOneReferenceForEachName)
 
 TEST(UserData, IsRemovedByNull)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     container->SetUserData("name", object.Get());
     EXPECT_EQ(container->SetUserData("absent", nullptr), TVX_OK);
@@ -148,7 +134,7 @@ TEST(UserData, IsRemovedByNull)
 
 TEST(UserData, ReportsANullName)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     for (IObjectBase* const attached : {static_cast<IObjectBase*>(object.Get()), static_cast<IObjectBase*>(nullptr)})
     {
@@ -160,7 +146,7 @@ TEST(UserData, ReportsANullName)
 
 TEST(UserData, ReportsANullOut)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     container->SetUserData("name", object.Get());
     for (const char* const name : {"name", "absent", static_cast<const char*>(nullptr)})
@@ -177,7 +163,7 @@ TEST(UserData, ReportsANullOut)
 
 TEST(UserData, IsClearedAsAWhole)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     container->SetUserData("a", object.Get());
     container->SetUserData("b", object.Get());
@@ -189,7 +175,7 @@ TEST(UserData, IsClearedAsAWhole)
 
 TEST(UserData, IsAlreadyGoneForAnObjectThatDiesOfIt)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     Texts seen;
     const auto look = [&] { seen.push_back(std::to_string(Names(*container).size())); };
     container->SetUserData("a", MakeRef<DyingObject>(look).Get());
@@ -203,7 +189,7 @@ TEST(UserData, IsAlreadyGoneForAnObjectThatDiesOfIt)
 
 TEST(UserDataIterator, WalksTheNamesInTheOrderOfTheirBytes)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     for (const char* const name : {"b", "\xff", "ab", "a", "A", ""})
         container->SetUserData(name, object.Get());
@@ -212,7 +198,7 @@ TEST(UserDataIterator, WalksTheNamesInTheOrderOfTheirBytes)
 
 TEST(UserDataIterator, GivesTheObjectsWithAReference)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto object = MakeRef<BareObject>();
     container->SetUserData("name", object.Get());
     Ref<IUserDataIterator> iterator;
@@ -233,7 +219,7 @@ TEST(UserDataIterator, GivesTheObjectsWithAReference)
 
 TEST(UserDataIterator, ReportsWhatIsAskedOfItAtTheEnd)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto iterator = container->GetUserDataIterator();
     EXPECT_TRUE(iterator->IsEnd());
     const auto object = MakeRef<BareObject>();
@@ -250,7 +236,7 @@ TEST(UserDataIterator, ReportsWhatIsAskedOfItAtTheEnd)
 
 TEST(UserDataIterator, AnswersNothingButIObjectBase)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     const auto iterator = container->GetUserDataIterator();
     EXPECT_EQ(Query<IObjectBase>(iterator).Get(), iterator.Get());
     EXPECT_FALSE(Query<IObject>(iterator));
@@ -260,13 +246,13 @@ TEST(UserDataIterator, AnswersNothingButIObjectBase)
 
 TEST(UserDataIterator, IsRefusedForANullOutInSilence)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     EXPECT_EQ(CaptureOutput([&] { EXPECT_EQ(container->CreateUserDataIterator(nullptr), TVX_E_POINTER); }), "");
 }
 
 TEST(UserDataIterator, IsMadeThroughTheTableForTheHolder)
 {
-    const auto container = MakeRef<Container>();
+    const auto container = MakeRef<RefusingContainer>();
     EXPECT_TRUE(container->GetUserDataIterator()->IsUnique());
     container->refusal = -42;
     EXPECT_FALSE(container->GetUserDataIterator());
