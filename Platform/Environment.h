@@ -9,7 +9,13 @@ namespace tvx::Platform
 // Stands between the folders of a search path, as the system's own search paths have it.
 extern const char SearchPathSeparator;
 
-// The folder of the running program's file; empty when the system does not tell.
+// The running program's file; empty when the system does not tell.
+std::filesystem::path GetProgramFile();
+
+// The folder of that file.
 std::filesystem::path GetProgramFolder();
+
+// Sets a variable of this process's environment; a null value removes it. Nobody else may be reading the environment meanwhile.
+void SetVariable(const char* name, const char* value);
 
 }  // namespace tvx::Platform

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
 #include <iosfwd>
 #include <string>
@@ -33,8 +34,8 @@ public:
     // Gives whether everything was written.
     bool Write(std::string_view text) const;
 
-    // What was kept aside so far.
-    std::string Read() const;
+    // What was kept aside so far, from an offset on.
+    std::string Read(std::size_t from = 0) const;
 
 private:
     int output_ = -1;

@@ -92,13 +92,13 @@ bool OutputDiversion::Write(std::string_view text) const
     return true;
 }
 
-std::string OutputDiversion::Read() const
+std::string OutputDiversion::Read(std::size_t from) const
 {
     FlushStandardOutput();
     std::string text;
     char part[4096];
-    for (auto size = pread(aside_, part, sizeof part, 0); size > 0;
-         size = pread(aside_, part, sizeof part, static_cast<off_t>(text.size())))
+    for (auto size = pread(aside_, part, sizeof part, static_cast<off_t>(from)); size > 0;
+         size = pread(aside_, part, sizeof part, static_cast<off_t>(from + text.size())))
         text.append(part, static_cast<std::size_t>(size));
     return text;
 }
