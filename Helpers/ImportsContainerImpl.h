@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Helpers/ImportMessages.h"
 #include "Helpers/Ref.h"
 #include "Helpers/Results.h"
 #include "Interfaces/IImportsContainer.h"
@@ -51,13 +52,13 @@ public:
         const auto import = instance ? instance->FindImport(name) : std::nullopt;
         if (!import)
         {
-            Platform::WriteLine({"LibManager: NULL object proxy returned for \"", name, "\"."});
+            Platform::WriteLine({NoProxy.before, name, NoProxy.after});
             return nullptr;
         }
         const auto proxy = Query<IExportProxy>(*import);
         if (!proxy)
         {
-            Platform::WriteLine({"LibManager: Proxy interface not supported for \"", name, "\"."});
+            Platform::WriteLine({NoProxyInterface.before, name, NoProxyInterface.after});
             return nullptr;
         }
         return AskProxy<Wanted>(*proxy, name);
@@ -87,15 +88,13 @@ private:
         static_cast<void>(proxy.GetExportObject(object.Receive()));
         if (!object)
         {
-            Platform::WriteLine({"LibManager: Library returned NULL object for \"", name,
-                                 "\". Probably declared and exported contracts are different or the library is "
-                                 "failed to load."});
+            Platform::WriteLine({NoLibraryObject.before, name, NoLibraryObject.after});
             return nullptr;
         }
         auto wanted = Query<Wanted>(object);
         if (!wanted)
-            Platform::WriteLine({"LibManager: Library object for \"", name, "\" does not support required interface ",
-                                 Wanted::Id, ". Wrong import declaration or wrong plugin implementation?"});
+            Platform::WriteLine(
+                {NoLibraryInterface.before, name, NoLibraryInterface.after, Wanted::Id, NoLibraryInterfaceEnd});
         return wanted;
     }
 

@@ -1,28 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Host/DocumentText.h"
 
-#include "Host/ElfDocument.h"
-
-#include <algorithm>
-#include <cstdint>
-#include <string_view>
+#include "Host/ModuleFormat.h"
 
 namespace tvx::host
 {
-namespace
-{
-
-// A module format: the bytes that its files start with, and what reads texts out of them.
-struct Format
-{
-    std::string_view magic;
-    Outcome<std::string> (*readText)(ModuleFile& file, const EmbeddedText& text);
-};
-
-constexpr Format Formats[] = {{ElfMagic, ReadElfText}};
-constexpr std::uint64_t LongestMagic = 4;
-
-}  // namespace
 
 Outcome<std::string> ReadDocumentText(const std::filesystem::path& path)
 {
@@ -41,23 +23,22 @@ Outcome<std::string> ReadDocumentText(ModuleFile& file)
 
 Outcome<std::string> ReadEmbeddedText(ModuleFile& file, const EmbeddedText& text)
 {
-    if (file.GetSize() == 0)
+    const auto format = FindModuleFormat(file);
+    if (!format)
     {
-        return file.Fail(ErrorKind::NotAModule, "is not a module: the file is empty");
+        return format.GetError();
     }
-    const auto start = file.Read("start", 0, std::min(file.GetSize(), LongestMagic));
-    if (!start)
+    return (*format)->readText(file, text);
+}
+
+Outcome<TextMapping> ReadTextMapping(ModuleFile& file, const EmbeddedText& text)
+{
+    const auto format = FindModuleFormat(file);
+    if (!format)
     {
-        return start.GetError();
+        return format.GetError();
     }
-    for (const Format& format : Formats)
-    {
-        if (start->starts_with(format.magic))
-        {
-            return format.readText(file, text);
-        }
-    }
-    return file.Fail(ErrorKind::NotAModule, "is not a module: no ELF header");
+    return (*format)->readMapping(file, text);
 }
 
 }  // namespace tvx::host

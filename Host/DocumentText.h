@@ -24,9 +24,21 @@ inline constexpr EmbeddedText DocumentText = {".plugcfg", "configuration documen
 // What a module says of its own build.
 inline constexpr EmbeddedText BuildText = {".plugbuild", "build information"};
 
+// How an embedded text lies in the memory of a process that has loaded the module.
+struct TextMapping
+{
+    bool mapped;      // it is there at all
+    bool writable;    // the module's code can change it
+    bool executable;  // it can be run as code
+};
+
 // The exact bytes of a text embedded in a module's file, read without running any of its code.
 // Fails: CannotRead, NotAModule, DamagedModule, NoDocument when the module carries no such text.
 Outcome<std::string> ReadEmbeddedText(ModuleFile& file, const EmbeddedText& text);
+
+// How such a text is mapped, by what the file says.
+// Fails: as ReadEmbeddedText.
+Outcome<TextMapping> ReadTextMapping(ModuleFile& file, const EmbeddedText& text);
 
 // The exact bytes of the configuration document embedded in a module's file, read without running any of its code.
 // Fails: CannotRead, NotAModule, DamagedModule, NoDocument.

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace tvx::host
 {
@@ -14,6 +15,9 @@ namespace
 constexpr std::uint64_t TypeUnused = 0;
 constexpr std::uint64_t TypeStrings = 3;
 constexpr std::uint64_t TypeWithoutBytes = 8;
+constexpr std::uint64_t FlagWritable = 0x1;
+constexpr std::uint64_t FlagMapped = 0x2;
+constexpr std::uint64_t FlagExecutable = 0x4;
 constexpr std::uint64_t FlagCompressed = 0x800;
 
 // All names of the sections, each ended by a NUL: the check of the last one bounds every name.
@@ -86,11 +90,9 @@ Outcome<std::string> ReadContent(ModuleFile& file, const ElfSection& section, co
     return file.Read(text.name, section.offset, section.size);
 }
 
-}  // namespace
-
-Outcome<std::string> ReadElfText(ModuleFile& file, const EmbeddedText& text)
+Outcome<ElfSection> ReadSection(ModuleFile& file, const EmbeddedText& text)
 {
-    const auto table = ReadElfTable(file);
+    const auto table = ReadElfTable(file, text.name);
     if (!table)
     {
         return table.GetError();
@@ -100,12 +102,30 @@ Outcome<std::string> ReadElfText(ModuleFile& file, const EmbeddedText& text)
     {
         return names.GetError();
     }
-    const auto section = FindText(file, *table, *names, text);
+    return FindText(file, *table, *names, text);
+}
+
+}  // namespace
+
+Outcome<std::string> ReadElfText(ModuleFile& file, const EmbeddedText& text)
+{
+    const auto section = ReadSection(file, text);
     if (!section)
     {
         return section.GetError();
     }
     return ReadContent(file, *section, text);
+}
+
+Outcome<TextMapping> ReadElfTextMapping(ModuleFile& file, const EmbeddedText& text)
+{
+    const auto section = ReadSection(file, text);
+    if (!section)
+    {
+        return section.GetError();
+    }
+    return TextMapping{(section->flags & FlagMapped) != 0, (section->flags & FlagWritable) != 0,
+                       (section->flags & FlagExecutable) != 0};
 }
 
 }  // namespace tvx::host

@@ -5,15 +5,14 @@
 #include "Host/ModuleFile.h"
 
 #include <string>
-#include <string_view>
 
 namespace tvx::host
 {
 
-// What every ELF file begins with.
-inline constexpr std::string_view ElfMagic = "\177ELF";
-
-// The bytes of the section that holds a text, of a file that starts with ElfMagic, for whatever processor it was made.
+// The bytes of the section that holds a text, of an ELF file for whatever processor.
 Outcome<std::string> ReadElfText(ModuleFile& file, const EmbeddedText& text);
+
+// How that section is mapped.
+Outcome<TextMapping> ReadElfTextMapping(ModuleFile& file, const EmbeddedText& text);
 
 }  // namespace tvx::host

@@ -13,28 +13,22 @@ namespace
 
 constexpr std::uint64_t NameIndexElsewhere = 0xFFFF;
 
-struct Field
-{
-    std::size_t offset;
-    std::size_t width;
-};
-
 // Where the two classes keep what is needed here: first the fields of the header, then those of a section's entry.
 struct Layout
 {
     std::size_t headerSize;
-    Field tableOffset;
-    Field entrySize;
-    Field sectionCount;
-    Field nameIndex;
+    ElfField tableOffset;
+    ElfField entrySize;
+    ElfField sectionCount;
+    ElfField nameIndex;
 
     std::size_t sectionSize;
-    Field name;
-    Field type;
-    Field flags;
-    Field offset;
-    Field size;
-    Field link;
+    ElfField name;
+    ElfField type;
+    ElfField flags;
+    ElfField offset;
+    ElfField size;
+    ElfField link;
 };
 
 constexpr Layout Layout32{52,     {32, 4}, {46, 2}, {48, 2}, {50, 2}, 40,
@@ -42,31 +36,20 @@ constexpr Layout Layout32{52,     {32, 4}, {46, 2}, {48, 2}, {50, 2}, 40,
 constexpr Layout Layout64{64,     {40, 8}, {58, 2}, {60, 2}, {62, 2}, 64,
                           {0, 4}, {4, 4},  {8, 8},  {24, 8}, {32, 8}, {40, 4}};
 
-// How the numbers of one file are written.
-struct Encoding
+const Layout& GetLayout(const ElfEncoding& encoding)
 {
-    const Layout* layout;
-    bool bigEndian;
+    return encoding.wide ? Layout64 : Layout32;
+}
 
-    std::uint64_t Decode(std::string_view bytes, Field field) const
-    {
-        std::uint64_t number = 0;
-        for (std::size_t i = 0; i < field.width; ++i)
-        {
-            const std::size_t index = bigEndian ? i : field.width - 1 - i;
-            number = number << 8 | static_cast<unsigned char>(bytes[field.offset + index]);
-        }
-        return number;
-    }
+ElfSection DecodeSection(const ElfEncoding& encoding, std::string_view entry)
+{
+    const Layout& layout = GetLayout(encoding);
+    return {encoding.Decode(entry, layout.name),  encoding.Decode(entry, layout.type),
+            encoding.Decode(entry, layout.flags), encoding.Decode(entry, layout.offset),
+            encoding.Decode(entry, layout.size),  encoding.Decode(entry, layout.link)};
+}
 
-    ElfSection DecodeSection(std::string_view entry) const
-    {
-        return {Decode(entry, layout->name),   Decode(entry, layout->type), Decode(entry, layout->flags),
-                Decode(entry, layout->offset), Decode(entry, layout->size), Decode(entry, layout->link)};
-    }
-};
-
-Outcome<Encoding> ReadEncoding(ModuleFile& file)
+Outcome<ElfEncoding> ReadEncoding(ModuleFile& file)
 {
     const auto identity = file.Read("ELF header", 0, 16);
     if (!identity)
@@ -83,13 +66,13 @@ Outcome<Encoding> ReadEncoding(ModuleFile& file)
     {
         return ElfDamage(file, "its ELF byte order is neither little nor big endian");
     }
-    return Encoding{width == 1 ? &Layout32 : &Layout64, order == 2};
+    return ElfEncoding{width == 2, order == 2};
 }
 
-Outcome<std::vector<ElfSection>> ReadSections(ModuleFile& file, const Encoding& encoding, std::uint64_t offset,
+Outcome<std::vector<ElfSection>> ReadSections(ModuleFile& file, const ElfEncoding& encoding, std::uint64_t offset,
                                               std::uint64_t count)
 {
-    const std::size_t entrySize = encoding.layout->sectionSize;
+    const std::size_t entrySize = GetLayout(encoding).sectionSize;
     const bool fits = count <= file.GetSize() / entrySize;
     const auto bytes =
         file.Read("section table", offset, fits ? count * entrySize : std::numeric_limits<std::uint64_t>::max());
@@ -101,16 +84,16 @@ Outcome<std::vector<ElfSection>> ReadSections(ModuleFile& file, const Encoding& 
     sections.reserve(static_cast<std::size_t>(count));
     for (std::size_t start = 0; start < bytes->size(); start += entrySize)
     {
-        sections.push_back(encoding.DecodeSection(std::string_view(*bytes).substr(start, entrySize)));
+        sections.push_back(DecodeSection(encoding, std::string_view(*bytes).substr(start, entrySize)));
     }
     return sections;
 }
 
 // A count or an index that is too big for the header's 16 bits stands in the table's first entry, which names no
 // section of its own.
-Outcome<ElfTable> ReadTable(ModuleFile& file, const Encoding& encoding)
+Outcome<ElfTable> ReadTable(ModuleFile& file, const ElfEncoding& encoding, std::string_view sought)
 {
-    const Layout& layout = *encoding.layout;
+    const Layout& layout = GetLayout(encoding);
     const auto header = file.Read("ELF header", 0, layout.headerSize);
     if (!header)
     {
@@ -119,7 +102,7 @@ Outcome<ElfTable> ReadTable(ModuleFile& file, const Encoding& encoding)
     const std::uint64_t offset = encoding.Decode(*header, layout.tableOffset);
     if (offset == 0)
     {
-        return file.Fail(ErrorKind::NoDocument, "has no configuration document: it has no section table");
+        return file.Fail(ErrorKind::NoDocument, "has no " + std::string(sought) + ": it has no section table");
     }
     if (encoding.Decode(*header, layout.entrySize) != layout.sectionSize)
     {
@@ -137,19 +120,30 @@ Outcome<ElfTable> ReadTable(ModuleFile& file, const Encoding& encoding)
     {
         return sections.GetError();
     }
-    return ElfTable{*std::move(sections), nameIndex != NameIndexElsewhere ? nameIndex : first->front().link};
+    return ElfTable{encoding, *std::move(sections), nameIndex != NameIndexElsewhere ? nameIndex : first->front().link};
 }
 
 }  // namespace
 
-Outcome<ElfTable> ReadElfTable(ModuleFile& file)
+std::uint64_t ElfEncoding::Decode(std::string_view bytes, ElfField field) const
+{
+    std::uint64_t number = 0;
+    for (std::size_t i = 0; i < field.width; ++i)
+    {
+        const std::size_t index = bigEndian ? i : field.width - 1 - i;
+        number = number << 8 | static_cast<unsigned char>(bytes[field.offset + index]);
+    }
+    return number;
+}
+
+Outcome<ElfTable> ReadElfTable(ModuleFile& file, std::string_view sought)
 {
     const auto encoding = ReadEncoding(file);
     if (!encoding)
     {
         return encoding.GetError();
     }
-    return ReadTable(file, *encoding);
+    return ReadTable(file, *encoding, sought);
 }
 
 Error ElfDamage(const ModuleFile& file, std::string_view text)

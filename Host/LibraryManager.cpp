@@ -17,8 +17,6 @@ namespace tvx::host
 namespace
 {
 
-constexpr const char LibManagerContract[] = "com.talvere.general.tvx.LibManagerContract/1.0";
-
 Error NotExported(std::string_view id)
 {
     return MakeError(ErrorKind::NotExported, "no installed module exports \"" + std::string(id) + "\"");

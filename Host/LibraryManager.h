@@ -20,6 +20,9 @@ namespace tvx::host
 class LibManagerFace;
 class LifeTracer;
 
+// What library managers fulfil themselves.
+constexpr const char LibManagerContract[] = "com.talvere.general.tvx.LibManagerContract/1.0";
+
 // Loads the modules of a catalogue as their exports are asked for, connects the exports with their imports, and tells plug-in
 // objects (ITVXPlugin) what their documents and builds say of them.
 //

@@ -28,6 +28,9 @@ public:
     // Fails: Misbehaved when the module gives none.
     Outcome<Ref<IObjectBase>> GetExport(const std::string& id) const;
 
+    // The module's GetExport itself, for callers who look at what it makes of wrong arguments.
+    GetExportFunction GetEntryPoint() const { return getExport_; }
+
 private:
     Module(std::string name, PluginDocument document, Platform::DynamicLibrary library, GetExportFunction getExport);
 
