@@ -16,6 +16,11 @@ namespace tvx::tool
 void AddListCommand(CLI::App& program, ExitCode& code);
 void AddInfoCommand(CLI::App& program, ExitCode& code);
 void AddProbeCommand(CLI::App& program, ExitCode& code);
+void AddExistsCommand(CLI::App& program, ExitCode& code);
+void AddResolveCommand(CLI::App& program, ExitCode& code);
+void AddDiffCommand(CLI::App& program, ExitCode& code);
+void AddCheckCommand(CLI::App& program, ExitCode& code);
+void AddFuzzCommand(CLI::App& program, ExitCode& code);
 void AddSettingsCommand(CLI::App& program, ExitCode& code);
 void AddImageCommand(CLI::App& program, ExitCode& code);
 void AddLogCommand(CLI::App& program, ExitCode& code);
@@ -29,7 +34,8 @@ class SearchOptions
 {
 public:
     void AddTo(CLI::App& command);
-    host::ModuleCatalog MakeCatalog() const;
+    // The places given come before all others.
+    host::ModuleCatalog MakeCatalog(const std::vector<std::string>& first = {}) const;
 
 private:
     std::vector<std::string> paths_;

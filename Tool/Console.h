@@ -40,6 +40,9 @@ public:
     // reason.
     ExitCode Fail(const host::Error& error) const;
 
+    // What keeps standard output aside.
+    const Platform::OutputDiversion& GetOutput() const { return output_; }
+
 private:
     Platform::OutputDiversion output_;
 };

@@ -8,8 +8,9 @@ namespace
 {
 
 constexpr const char ExitCodes[] = "Exit codes: 0 done, 1 the answer is no (a key is absent, a picture has not\n"
-                                   "the form that is needed, a configuration has warnings), 2 wrong usage, 3 a file\n"
-                                   "or module cannot be read or written, 4 a module misbehaved.";
+                                   "the form that is needed, a configuration has warnings, a check found\n"
+                                   "something), 2 wrong usage, 3 a file or module cannot be read, loaded or written,\n"
+                                   "4 a module misbehaved, crashed or did not end in time.";
 
 // An answer that is cut off is none.
 int PrintAnswer(const CLI::App& program, const CLI::Success& asked)
@@ -31,6 +32,11 @@ int Run(int count, char** arguments)
     tvx::tool::AddListCommand(program, code);
     tvx::tool::AddInfoCommand(program, code);
     tvx::tool::AddProbeCommand(program, code);
+    tvx::tool::AddExistsCommand(program, code);
+    tvx::tool::AddResolveCommand(program, code);
+    tvx::tool::AddDiffCommand(program, code);
+    tvx::tool::AddCheckCommand(program, code);
+    tvx::tool::AddFuzzCommand(program, code);
     tvx::tool::AddSettingsCommand(program, code);
     tvx::tool::AddImageCommand(program, code);
     tvx::tool::AddLogCommand(program, code);

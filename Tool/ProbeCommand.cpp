@@ -5,10 +5,13 @@
 #include "Platform/ClassName.h"
 #include "Tool/Commands.h"
 #include "Tool/DocumentPrinter.h"
+#include "Tool/ProbeInChild.h"
 
+#include <iostream>
 #include <memory>
 #include <optional>
 #include <set>
+#include <sstream>
 
 namespace tvx::tool
 {
@@ -22,6 +25,8 @@ struct ProbeOptions
 {
     std::string file;
     bool json = false;
+    bool inProcess = false;
+    unsigned timeout = 10;  // seconds
 };
 
 // What an export turned out to be. One that the module does not give has a problem and nothing else.
@@ -92,12 +97,22 @@ Json ToJson(const Finding& finding)
             {"references", finding.references}};
 }
 
+// What a module wrote, in lines of its own.
+std::string DescribeOutput(const std::string& output)
+{
+    std::istringstream lines(output);
+    std::string text;
+    for (std::string line; std::getline(lines, line);)
+        text += "      " + host::MakeOneLine(line) + "\n";
+    return text.empty() ? text : "  standard output\n" + text;
+}
+
 void Print(const Console& console, const std::string& file, const std::vector<Finding>& findings)
 {
     std::string text = file + "\n";
     for (const auto& finding : findings)
         text += Describe(finding);
-    console.Print(text);
+    console.Print(text + DescribeOutput(console.GetOutput().Read()));
 }
 
 void PrintAsJson(const Console& console, const std::string& file, const std::vector<Finding>& findings)
@@ -105,31 +120,34 @@ void PrintAsJson(const Console& console, const std::string& file, const std::vec
     auto exports = Json::array();
     for (const auto& finding : findings)
         exports.push_back(ToJson(finding));
-    console.Print(PrintJson({{"file", file}, {"exports", exports}}));
+    console.Print(PrintJson({{"file", file}, {"exports", exports}, {"output", console.GetOutput().Read()}}));
 }
 
-// Complains of every export that was not given, and then shows what the module wrote.
-ExitCode Judge(const Console& console, const std::vector<Finding>& findings)
+// Complains of every export that was not given.
+ExitCode Judge(const std::vector<Finding>& findings)
 {
-    std::optional<host::Error> last;
+    auto code = Ok;
     for (const auto& finding : findings)
     {
         if (!finding.problem)
             continue;
-        if (last)
-            console.Complain(last->message);
-        last = finding.problem;
+        Console::Complain(finding.problem->message);
+        code = AnswerIsNo;
     }
-    return last ? console.Fail(*last) : Ok;
+    return code;
 }
 
-// Asks the module itself and connects nothing, so that no import has to be there.
-ExitCode Probe(const ProbeOptions& options)
+// Asks the module itself and connects nothing, so that no import has to be there. Before the answers nothing of the module is
+// released: that is not what was asked for.
+ExitCode ProbeInThisProcess(const ProbeOptions& options)
 {
     const Console console;
     const auto module = host::Module::Load(options.file);
     if (!module)
-        return console.Fail(module.GetError());
+    {
+        Console::Complain(module.GetError().message);
+        return CannotRead;
+    }
     std::vector<Finding> findings;
     for (const auto& entry : module->GetDocument().exports)
         findings.push_back(Examine(*module, entry.id));
@@ -138,7 +156,18 @@ ExitCode Probe(const ProbeOptions& options)
         PrintAsJson(console, file, findings);
     else
         Print(console, file, findings);
-    return Judge(console, findings);
+    return Judge(findings);
+}
+
+ExitCode Probe(const ProbeOptions& options)
+{
+    if (options.inProcess)
+        return ProbeInThisProcess(options);
+    const Console console;
+    const auto run = ProbeInChild(options.file, options.json, std::chrono::seconds(options.timeout));
+    console.Print(run.output);
+    std::cerr << run.errors;
+    return GetExitCode(options.file, run);
 }
 
 }  // namespace
@@ -150,6 +179,10 @@ void AddProbeCommand(CLI::App& program, ExitCode& code)
         program.add_subcommand("probe", "Load one module and ask it for every export that its document names");
     command->add_option("FILE", options->file, "The module, whose code is run")->required();
     command->add_flag("--json", options->json, "Print JSON");
+    command->add_option("--timeout", options->timeout, "How long the module may take")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(1u, 86'400u));
+    command->add_flag("--in-process", options->inProcess, "Ask the module in this process, for a debugger");
     command->callback([options, &code] { code = Probe(*options); });
 }
 

@@ -29,9 +29,11 @@ void SearchOptions::AddTo(CLI::App& command)
         ->allow_extra_args(false);
 }
 
-host::ModuleCatalog SearchOptions::MakeCatalog() const
+host::ModuleCatalog SearchOptions::MakeCatalog(const std::vector<std::string>& first) const
 {
     host::ModuleCatalog catalog;
+    for (const auto& file : first)
+        catalog.Add(file);
     for (const auto& path : paths_)
         catalog.Add(path);
     if (const char* const searchPath = std::getenv("TVX_PATH"))

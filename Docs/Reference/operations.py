@@ -35,7 +35,7 @@ def check_numbers(root, interfaces):
         key = (operation.interface, operation.slot)
         name = check_slots.NAMES_IN_C.get(key, operation.name)
         if operation.header.startswith("Interfaces/") and frozen.get(key) != name:
-            message = f"{operation.interface}::{operation.name} is not in slot {operation.slot} of Tests/Abi/Slots.inc"
+            message = f"{operation.interface}::{operation.name} is not in slot {operation.slot} of Tool/Checks/Slots.inc"
             raise ShapeError(operation.header, operation.line, message)
 
 

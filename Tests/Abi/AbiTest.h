@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Helpers/Ref.h"
-#include "Tests/Abi/SlotCaller.h"
+#include "Tool/Checks/SlotCaller.h"
 
 #include <cstddef>
 

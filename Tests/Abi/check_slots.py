@@ -47,7 +47,7 @@ def declared_slots(root):
 
 def frozen_slots(root):
     """The same as the table says it."""
-    table = (root / "Tests" / "Abi" / "Slots.inc").read_text()
+    table = (root / "Tool" / "Checks" / "Slots.inc").read_text()
     lines = re.findall(r"^TVX_(?:SLOT\([^,]*,|VOID_SLOT\(|HOLDER_SLOT\()\s*(\w+),\s*(\w+),\s*(\d+),", table, re.MULTILINE)
     return {(interface, int(slot)): operation for interface, operation, slot in lines}
 

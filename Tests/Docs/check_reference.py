@@ -48,7 +48,7 @@ def check_identifiers(pages):
 
 def check_slots(pages):
     """Each frozen slot stands once, in the section of its interface."""
-    table = (ROOT / "Tests" / "Abi" / "Slots.inc").read_text(encoding="utf-8")
+    table = (ROOT / "Tool" / "Checks" / "Slots.inc").read_text(encoding="utf-8")
     pattern = r"^TVX_(?:SLOT\([^,]*,|VOID_SLOT\(|HOLDER_SLOT\()\s*(\w+),\s*(\w+),\s*(\d+),"
     frozen = re.findall(pattern, table, re.MULTILINE)
     if len(frozen) < 100:

@@ -70,7 +70,7 @@ TEST_F(TracedLives, CatchesAnEventForAHandlerThatIsGone)
     EXPECT_EQ(map->SetInt("Width", 2), TVX_OK);
     EXPECT_THAT(tracer.GetFindings(),
                 ElementsAre("event Changed of com.talvere.general.tvx.ISimpleMap/1.5 for a handler that is gone "
-                            "(tvx::test::RecordingHandler)"));
+                            "(tvx::check::RecordingHandler)"));
 }
 
 TEST_F(TracedLives, IsQuietAboutAHandlerThatWasUnsubscribed)

@@ -40,7 +40,7 @@ Slots GetFrozenSlots()
 #define TVX_SLOT(result, type, operation, slot, parameters, arguments) add(#type, #operation, slot);
 #define TVX_VOID_SLOT(type, operation, slot, parameters, arguments) add(#type, #operation, slot);
 #define TVX_HOLDER_SLOT(type, operation, slot, parameters, arguments) add(#type, #operation, slot);
-#include "Tests/Abi/Slots.inc"
+#include "Tool/Checks/Slots.inc"
     return slots;
 }
 

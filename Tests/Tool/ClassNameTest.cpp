@@ -15,7 +15,7 @@ struct Named
 
 TEST(ClassName, IsWhatSourcesCallTheClass)
 {
-    EXPECT_EQ(Platform::GetClassName(typeid(BareObject)), "tvx::test::BareObject");
+    EXPECT_EQ(Platform::GetClassName(typeid(BareObject)), "tvx::check::BareObject");
     EXPECT_EQ(Platform::GetClassName(typeid(Named)), "tvx::test::(anonymous namespace)::Named");
     EXPECT_EQ(Platform::GetClassName(typeid(int)), "int");
 }
@@ -24,7 +24,7 @@ TEST(ClassName, IsThatOfTheWholeObjectBehindAnInterface)
 {
     const auto object = MakeRef<BareObject>();
     const IObjectBase& face = *object;
-    EXPECT_EQ(Platform::GetClassNameOf(face), "tvx::test::BareObject");
+    EXPECT_EQ(Platform::GetClassNameOf(face), "tvx::check::BareObject");
 }
 
 TEST(ClassName, IsEmptyForAnObjectCompiledWithoutTypeInformation)

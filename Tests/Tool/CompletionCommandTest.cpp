@@ -24,7 +24,7 @@ const std::vector<Completion>& GetCompletions()
 {
     static const std::vector<Completion> completions = {
         {{"se"}, {"settings"}},
-        {{"zz"}, {}},
+        {{"qq"}, {}},
         {{"settings", "x.json", "ge"}, {"get"}},
         {{"settings", "x.json", ""}, {"export", "get", "list", "set", "sub"}},
         {{"settings", "pl"}, {"plain.json"}},

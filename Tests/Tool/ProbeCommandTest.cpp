@@ -79,20 +79,30 @@ TEST(ProbeCommand, NeedsNoImport)
                                         "      interface com.talvere.general.tvx.IImportsContainer/1.0\n"}));
 }
 
-TEST(ProbeCommand, KeepsWhatModulesWriteOutOfTheAnswers)
+TEST(ProbeCommand, ShowsWhatTheModuleWroteBehindTheAnswers)
 {
     const auto run = RunTvx({"probe", GetTestModule("Left").string()});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.errors, "");
-    EXPECT_EQ(run.output.find("Left: loaded"), std::string::npos) << run.output;
-    EXPECT_TRUE(run.output.ends_with("references 2\n")) << run.output;
+    EXPECT_TRUE(run.output.ends_with("references 2\n  standard output\n      Left: loaded\n")) << run.output;
+    const auto probed = Json::parse(RunTvx({"probe", "--json", GetTestModule("Left").string()}).output);
+    EXPECT_EQ(probed["output"], "Left: loaded\n");
+}
+
+TEST(ProbeCommand, AsksTheModuleInThisProcessWhenItIsTold)
+{
+    const auto file = GetTestModule("Left").string();
+    const auto there = RunTvx({"probe", file});
+    const auto here = RunTvx({"probe", "--in-process", file});
+    EXPECT_EQ(here.output, there.output);
+    EXPECT_EQ(here.exitCode, 0);
 }
 
 TEST(ProbeCommand, NamesEveryExportThatIsNotGiven)
 {
     const auto file = GetTestModule("Misbehaving").string();
     const auto run = RunTvx({"probe", file});
-    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.output, file + "\n"
                                  "  test.Failing/1.0\n"
                                  "      not given\n"
@@ -101,24 +111,25 @@ TEST(ProbeCommand, NamesEveryExportThatIsNotGiven)
                                  "  test.Null/1.0\n"
                                  "      not given\n"
                                  "  test.Bare/1.0\n"
-                                 "      class tvx::test::BareObject\n"
+                                 "      class tvx::check::BareObject\n"
                                  "      interface com.talvere.general.tvx.IObjectBase/1.0\n"
                                  "      references 2\n"
                                  "  test.Unconnectable/1.0\n"
-                                 "      class tvx::test::BareObject\n"
+                                 "      class tvx::check::BareObject\n"
                                  "      interface com.talvere.general.tvx.IObjectBase/1.0\n"
-                                 "      references 2\n");
+                                 "      references 2\n"
+                                 "  standard output\n"
+                                 "      Misbehaving: loaded\n");
     EXPECT_EQ(run.errors, "tvx: " + file + " does not give its export \"test.Failing/1.0\" (result -7)\n" +  //
                               "tvx: " + file + " does not give its export \"test.FailingLate/1.0\" (result -1)\n" +
-                              "tvx: " + file + " gives null for its export \"test.Null/1.0\"\n" +
-                              "Misbehaving: loaded\n");
+                              "tvx: " + file + " gives null for its export \"test.Null/1.0\"\n");
 }
 
 TEST(ProbeCommand, NamesThemInItsJsonToo)
 {
     const auto file = GetTestModule("Misbehaving").string();
     const auto run = RunTvx({"probe", "--json", file});
-    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_EQ(run.exitCode, 1);
     const auto exports = Json::parse(run.output)["exports"];
     ASSERT_EQ(exports.size(), 5U);
     EXPECT_EQ(exports[2],
@@ -129,7 +140,7 @@ TEST(ProbeCommand, NamesThemInItsJsonToo)
 TEST(ProbeCommand, ShowsWhatAModuleWithoutAnEntryPointLacks)
 {
     const auto file = GetTestModule("WithoutGetExport").string();
-    EXPECT_TRUE(Refused(RunTvx({"probe", file}), 4, file + " has no function GetExport"));
+    EXPECT_TRUE(Refused(RunTvx({"probe", file}), 3, file + " has no function GetExport"));
 }
 
 TEST(ProbeCommand, RefusesWhatIsNoModule)

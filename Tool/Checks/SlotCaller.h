@@ -18,7 +18,7 @@ extern "C"
 #define TVX_HOLDER_SLOT(type, operation, slot, parameters, arguments)                                                  \
     TVX_SLOT(void, type, operation, slot, parameters, arguments)
 
-#include "Tests/Abi/Slots.inc"
+#include "Tool/Checks/Slots.inc"
 
 #undef TVX_SLOT
 #undef TVX_VOID_SLOT

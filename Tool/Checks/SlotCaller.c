@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Tests/Abi/SlotCaller.h"
+#include "Tool/Checks/SlotCaller.h"
 
 // What an interface pointer points to: the address of a table of functions.
 typedef void (*Slot)(void);
@@ -25,4 +25,4 @@ static Slot GetSlot(void* object, int slot)
 #define TVX_HOLDER_SLOT(type, operation, slot, parameters, arguments)                                                  \
     TVX_VOID_SLOT(type, operation, slot, parameters, arguments)
 
-#include "Tests/Abi/Slots.inc"
+#include "Tool/Checks/Slots.inc"

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+#include "Tests/Tool/ToolTest.h"
+
+#include <nlohmann/json.hpp>
+
+#include <regex>
+#include <set>
+
+namespace tvx::test
+{
+namespace
+{
+
+using Json = nlohmann::json;
+using Arguments = std::vector<std::string>;
+
+// Two checks of the string, which are quick.
+constexpr const char Pattern[] = "value-string-*-text";
+
+ProgramRun Check(const std::string& file, Arguments arguments)
+{
+    arguments.insert(arguments.begin(), {"check", file});
+    return RunTvx(std::move(arguments));
+}
+
+std::set<std::string> GetNames(const Json& report)
+{
+    std::set<std::string> names;
+    for (const auto& check : report["checks"])
+        names.insert(check["name"].get<std::string>());
+    return names;
+}
+
+TEST(CheckCommand, PrintsALineForEachCheckAndASummary)
+{
+    const auto file = GetRealModule("TVXGenericPlugins").string();
+    const auto run = Check(file, {"--only", "slot-string-1?-*"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_TRUE(std::regex_match(
+        run.output, std::regex("(passed   slot-string-1[0-9a-z-]+ \\([0-9.]+ s\\)\n)+" + file +
+                               ": [0-9]+ checks in [0-9.]+ s: [0-9]+ passed, 0 failed, 0 crashed, 0 skipped, "
+                               "0 with a warning \\(seed 1\\)\n")))
+        << run.output;
+}
+
+TEST(CheckCommand, RunsWhatIsMeantAndNotWhatIsLeftOut)
+{
+    const auto file = GetRealModule("TVXGenericPlugins").string();
+    const auto all = GetNames(Json::parse(Check(file, {"--json", "--only", "exports"}).output));
+    EXPECT_GT(all.size(), 5U);
+    const auto left = *all.begin();
+    auto some = all;
+    some.erase(left);
+    EXPECT_EQ(GetNames(Json::parse(Check(file, {"--json", "--only", "export*", "--exclude", left}).output)), some);
+}
+
+TEST(CheckCommand, SkipsWhatTheModuleDoesNotOffer)
+{
+    const auto file = GetRealModule("TVXJsonSerializer").string();
+    const auto run = Check(file, {"--json", "--only", Pattern});
+    EXPECT_EQ(run.exitCode, 0);
+    for (const auto& check : Json::parse(run.output)["checks"])
+    {
+        EXPECT_EQ(check["result"], "skipped");
+        EXPECT_EQ(check["message"],
+                  "the module does not offer com.talvere.general.tvx.GenericStringImplementation/1.0");
+    }
+}
+
+TEST(CheckCommand, FindsTheSameInThisProcess)
+{
+    const auto file = GetRealModule("TVXGenericPlugins").string();
+    auto here = Json::parse(Check(file, {"--json", "--only", "exports", "--in-process"}).output);
+    auto there = Json::parse(Check(file, {"--json", "--only", "exports", "--jobs", "1"}).output);
+    EXPECT_EQ(here["summary"], there["summary"]);
+    EXPECT_EQ(GetNames(here), GetNames(there));
+}
+
+TEST(CheckCommand, SaysWhatWasExpectedAndWhatCame)
+{
+    const auto run = Check(GetTestModule("Misbehaving").string(), {"--only", "export-every-listed-id-is-given"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(HasInOrder(
+        run.output, {"failed   export-every-listed-id-is-given", "         expected ", ", came ", "         rule: "}));
+}
+
+TEST(CheckCommand, TellsAModuleThatCannotBeLoaded)
+{
+    const auto run =
+        Check(GetTestModule("WithoutGetExport").string(), {"--only", "load-succeeds", "--only", "exports"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(HasInOrder(run.output, {"failed   load-succeeds", "the function GetExport, came none"}));
+}
+
+TEST(CheckCommand, ListsItsChecksWithoutAModule)
+{
+    const auto run = RunTvx({"check", "--list", "--only", "document"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_TRUE(run.output.starts_with("document-")) << run.output;
+    const auto all = Json::parse(RunTvx({"check", "--list", "--json"}).output)["checks"];
+    EXPECT_GE(all.size(), 250U);
+    std::set<std::string> names;
+    for (const auto& check : all)
+        EXPECT_TRUE(names.insert(check["name"].get<std::string>()).second) << check["name"] << " is there twice";
+}
+
+TEST(CheckCommand, NamesItsChecksInOneWay)
+{
+    const std::regex kebab("[a-z0-9]+(-[a-z0-9]+)+");
+    for (const auto& check : Json::parse(RunTvx({"check", "--list", "--json"}).output)["checks"])
+    {
+        EXPECT_TRUE(std::regex_match(check["name"].get<std::string>(), kebab)) << check["name"];
+        EXPECT_TRUE(check["description"].get<std::string>().ends_with(".")) << check["name"];
+        EXPECT_TRUE(check["rule"].get<std::string>().ends_with(".")) << check["name"];
+    }
+}
+
+TEST(CheckCommand, WritesWhatSystemsThatShowTestsRead)
+{
+    const ScratchFolder folder;
+    const auto file = folder.GetPath() / "check.xml";
+    const auto run =
+        Check(GetRealModule("TVXGenericPlugins").string(), {"--only", "exports", "--junit", file.string()});
+    EXPECT_EQ(run.exitCode, 0);
+    const auto xml = detail::ReadAll(file);
+    EXPECT_TRUE(HasInOrder(xml, {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>", "<testsuites tests=", "failures=\"0\"",
+                                 "<testcase classname=\"exports\" name=\"export-", "</testsuites>"}));
+}
+
+TEST(CheckCommand, FailsWhereItsReportCannotBeWritten)
+{
+    const auto run =
+        Check(GetRealModule("TVXGenericPlugins").string(), {"--only", Pattern, "--junit", "/no/such/folder/check.xml"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(HasInOrder(run.errors, {"tvx: /no/such/folder/check.xml "}));
+    EXPECT_NE(run.output.find("passed"), std::string::npos) << "what was found is not lost";
+}
+
+TEST(CheckCommand, RefusesWhatIsNoFile)
+{
+    const ScratchFolder folder;
+    const auto missing = (folder.GetPath() / "missing.tvxlib").string();
+    EXPECT_TRUE(Refused(Check(missing, {}), 3, missing + " does not exist"));
+    EXPECT_TRUE(
+        Refused(Check(folder.GetPath().string(), {}), 3, folder.GetPath().string() + " is a folder, not a file"));
+}
+
+TEST(CheckCommand, RefusesWrongUsageInOneLine)
+{
+    const auto file = GetRealModule("TVXGenericPlugins").string();
+    EXPECT_TRUE(RefusedInOneLine(RunTvx({"check"}), 2, "FILE is required"));
+    EXPECT_TRUE(RefusedInOneLine(Check(file, {"--only", "no-such-check"}), 2, "no check has a name or a class"));
+    EXPECT_TRUE(RefusedInOneLine(Check(file, {"--exclude", "*"}), 2, "no check has a name or a class"));
+    EXPECT_TRUE(RefusedInOneLine(Check(file, {"--jobs", "0"}), 2, "--jobs: "));
+    EXPECT_TRUE(RefusedInOneLine(Check(file, {"--timeout", "x"}), 2, ""));
+    EXPECT_TRUE(RefusedInOneLine(Check(file, {"--list"}), 2, ""));
+}
+
+TEST(CheckCommand, SaysOfATextFileThatItIsNoModule)
+{
+    const ScratchFolder folder;
+    const auto file = folder.Write("text.tvxlib", "no module").string();
+    const auto run = Check(file, {"--only", "document", "--only", "load-succeeds", "--only", "exports"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(HasInOrder(run.output, {"failed   document-"}));
+}
+
+}  // namespace
+}  // namespace tvx::test
