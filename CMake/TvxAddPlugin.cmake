@@ -61,8 +61,8 @@ endfunction()
 # it for each export that its document names.
 function(tvx_add_plugin name)
     tvx_add_module(${name} ${ARGN})
-    # A system that is built for on another one cannot be asked to run the command.
-    if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
+    # A system that is built for on another one cannot be asked to run the command; and this project can be built without it.
+    if(NOT TARGET TVX::tvx OR (CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR))
         return()
     endif()
     add_custom_command(TARGET ${name} POST_BUILD

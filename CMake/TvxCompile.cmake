@@ -28,6 +28,8 @@ add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:-ffile-prefix-map=${PROJECT_SOU
 if(TVX_SANITIZE)
     add_compile_options(-fsanitize=${TVX_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${TVX_SANITIZE})
+    # For what only stands around that which the sanitizers are to look at.
+    set(TVX_WITHOUT_SANITIZERS -fno-sanitize=all)
 endif()
 if(TVX_COVERAGE)
     add_compile_options(--coverage)

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/SettingsMaps.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
-
-using namespace tvx;
 
 // Takes a key that is not there for an error.
 class Wrong final : public SimpleMap
@@ -17,13 +19,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::SettingsMapId, &bad::SettingsMapsOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{SettingsMapId, &SettingsMapsOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/BadModules/Maps.h"
+#include "Tests/BadModules/OneExport.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Leaves the out of a key that is not there as it is.
-class Wrong final : public bad::ForwardingMap
+class Wrong final : public ForwardingMap
 {
 public:
     Result GetValue(const char* key, IObject** out) override
@@ -20,13 +22,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::MapId, &bad::MapsOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{MapId, &MapsOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/OwnQuery.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Takes the beginning of an identifier for the identifier.
-class Wrong final : public bad::OwnQuery<Wrong>
+class Wrong final : public OwnQuery<Wrong>
 {
 public:
     Result DoQueryInterface(const char* id, void** out) override
@@ -18,13 +20,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::PlainId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{PlainId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

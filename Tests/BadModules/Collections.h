@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Helpers/ExportTable.h"
 #include "Helpers/HandOut.h"
-#include "Platform/Export.h"
 #include "Src/Collection.h"
 #include "Src/CollectionFactory.h"
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/Variants.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
-
-using namespace tvx;
 
 // An int that is given as a double, too.
 class ConvertingVariant final : public Variant
@@ -33,19 +35,14 @@ private:
     std::int32_t value_;
 };
 
-class Wrong final : public bad::ForwardingVariants<Wrong>
+class Wrong final : public ForwardingVariants<Wrong>
 {
 public:
     Result CreateInt(std::int32_t value, IVariant** out) override { return HandOutNew<ConvertingVariant>(out, value); }
 };
 
-constexpr Export Exports[] = {{bad::VariantId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{VariantId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

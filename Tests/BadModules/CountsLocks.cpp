@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/ThreadId.h"
 #include "Tests/BadModules/Images.h"
+#include "Tests/BadModules/OneExport.h"
 
 #include <algorithm>
 #include <map>
 #include <mutex>
 
+namespace tvx::bad
+{
+
 namespace
 {
 
-using namespace tvx;
-
 // Is unlocked only by as many calls as have locked it.
-class Wrong final : public bad::ForwardingImage
+class Wrong final : public ForwardingImage
 {
 public:
     using ForwardingImage::ForwardingImage;
@@ -47,13 +49,8 @@ private:
     std::map<std::uint32_t, int> holds_;
 };
 
-constexpr Export Exports[] = {{bad::ImageId, &bad::ImagesOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{ImageId, &ImagesOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

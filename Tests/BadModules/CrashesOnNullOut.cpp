@@ -1,21 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "Tests/BadModules/Plain.h"
-
-namespace
-{
-
-using namespace tvx;
-
-constexpr Export Exports[] = {{bad::PlainId, &bad::Plain::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
-}  // namespace
+#include "Tests/BadModules/PlainExport.h"
 
 // Relies on the out.
 TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
 {
-    IObjectBase* volatile* const place = out;
+    tvx::IObjectBase* volatile* const place = out;
     *place = nullptr;
-    return GiveExport(Exports, id, out);
+    return tvx::bad::GivePlain(id, out);
 }

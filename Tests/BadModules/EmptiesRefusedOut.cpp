@@ -1,32 +1,27 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/OwnQuery.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Writes null to the out of a query that it refuses.
-class Wrong final : public bad::OwnQuery<Wrong>
+class Wrong final : public OwnRefusal<Wrong>
 {
 public:
-    Result DoQueryInterface(const char* id, void** out) override
+    Result Refuse(void** out)
     {
-        if (IsOwnId(id) && out != nullptr)
-            return Give(this, out);
         if (out != nullptr)
             *out = nullptr;
         return TVX_E_NOINTERFACE;
     }
 };
 
-constexpr Export Exports[] = {{bad::PlainId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{PlainId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/BadModules/Collections.h"
+#include "Tests/BadModules/OneExport.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
-
-using namespace tvx;
 
 // Gives the name for the subname and the subname for the name, as a table in the wrong order does.
 class Wrong : public TVXPluginImpl
@@ -17,13 +19,8 @@ protected:
     ~Wrong() = default;
 };
 
-constexpr Export Exports[] = {{bad::CollectionId, &bad::CollectionsOf<Collection, Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{CollectionId, &CollectionsOf<Collection, Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

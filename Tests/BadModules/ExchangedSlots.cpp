@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/Strings.h"
 
 #include <string>
 
-namespace
+namespace tvx::bad
 {
 
-using namespace tvx;
+namespace
+{
 
 // IString with its two operations in the wrong order.
 class IExchanged : public IObject
@@ -35,7 +37,7 @@ private:
     std::string text_;
 };
 
-class Wrong final : public bad::Strings<Wrong>
+class Wrong final : public Strings<Wrong>
 {
 public:
     Result CreateString(const char* text, IString** out) override
@@ -44,13 +46,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::StringId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{StringId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/BadModules/Collections.h"
+#include "Tests/BadModules/OneExport.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
-
-using namespace tvx;
 
 // Keeps the reference on what is removed last.
 class Wrong final : public Collection
@@ -21,13 +23,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::CollectionId, &bad::CollectionsOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{CollectionId, &CollectionsOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

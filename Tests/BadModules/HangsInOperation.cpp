@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/BadModules/Maps.h"
+#include "Tests/BadModules/OneExport.h"
 
 #include <chrono>
 #include <thread>
 
+namespace tvx::bad
+{
+
 namespace
 {
 
-using namespace tvx;
-
 // Does not come back from writing the empty key.
-class Wrong final : public bad::ForwardingMap
+class Wrong final : public ForwardingMap
 {
 public:
     Result SetValue(const char* key, IObject* value) override
@@ -21,13 +23,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::MapId, &bad::MapsOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{MapId, &MapsOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/OwnQuery.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Gives another object for IObject, with references of its own, and forgets who it is itself.
-class Wrong final : public bad::OwnQuery<Wrong>
+class Wrong final : public OwnQuery<Wrong>
 {
 public:
     Result DoQueryInterface(const char* id, void** out) override
@@ -21,16 +23,11 @@ public:
     }
 
 private:
-    Ref<IObject> other_ = MakeRef<bad::Plain>();
+    Ref<IObject> other_ = MakeRef<Plain>();
 };
-
-constexpr Export Exports[] = {{bad::PlainId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
 
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{PlainId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

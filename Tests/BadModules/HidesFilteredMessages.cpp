@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "Helpers/ExportTable.h"
-#include "Platform/Export.h"
 #include "Src/ConsoleLoggerPlug.h"
+#include "Tests/BadModules/OneExport.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
-
-using namespace tvx;
 
 // Tells of a message only when its level is not below the minimum.
 class Wrong final : public CBasicLogger, public Singleton<Wrong, ILogger>
@@ -23,13 +23,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{"com.talvere.general.tvx.BasicLogger/1.0", &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{"com.talvere.general.tvx.BasicLogger/1.0", &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Helpers/ExportTable.h"
-#include "Platform/Export.h"
 #include "Src/ImageFactory.h"
 
 #include <utility>

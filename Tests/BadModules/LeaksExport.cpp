@@ -1,22 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "Tests/BadModules/Plain.h"
-
-namespace
-{
-
-using namespace tvx;
-
-constexpr Export Exports[] = {{bad::PlainId, &bad::Plain::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
-}  // namespace
+#include "Tests/BadModules/PlainExport.h"
 
 // Gives one reference too many.
 TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
 {
-    const Result result = GiveExport(Exports, id, out);
-    if (result == TVX_OK)
+    const tvx::Result result = tvx::bad::GivePlain(id, out);
+    if (result == tvx::TVX_OK)
         (*out)->AddRef();
     return result;
 }

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/Strings.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Hands out each string with one reference too many.
-class Wrong final : public bad::Strings<Wrong>
+class Wrong final : public Strings<Wrong>
 {
 public:
     Result CreateString(const char* text, IString** out) override
@@ -19,13 +21,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::StringId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{StringId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

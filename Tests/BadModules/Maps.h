@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Helpers/ExportTable.h"
-#include "Platform/Export.h"
 #include "Src/Map.h"
 
 namespace tvx::bad
@@ -26,6 +24,19 @@ public:
 
 private:
     Ref<Map> map_ = MakeRef<Map>();
+};
+
+// Such a dictionary that is wrong only in what it does when a null key is written.
+class NullKeyMap : public ForwardingMap
+{
+public:
+    Result SetValue(const char* key, IObject* value) final
+    {
+        return key == nullptr ? SetNullKey(value) : ForwardingMap::SetValue(key, value);
+    }
+
+protected:
+    virtual Result SetNullKey(IObject* value) = 0;
 };
 
 // The dictionary export, with maps of the class Made. What is read back is real ones.

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Helpers/ExportTable.h"
 #include "Helpers/ObjectImpl.h"
 #include "Helpers/Singleton.h"
 #include "Interfaces/IObject.h"
-#include "Platform/Export.h"
 #include "Tests/BadModules/Plain.h"
 
 #include <string_view>
@@ -59,6 +57,22 @@ protected:
 
 private:
     std::atomic<std::uint32_t> count_{0};
+};
+
+// An OwnQuery that is right about what it answers. How it refuses is what Class writes, as Refuse(out).
+template <class Class>
+class OwnRefusal : public OwnQuery<Class>
+{
+public:
+    Result DoQueryInterface(const char* id, void** out) final
+    {
+        if (this->IsOwnId(id) && out != nullptr)
+            return this->Give(this, out);
+        return static_cast<Class*>(this)->Refuse(out);
+    }
+
+protected:
+    ~OwnRefusal() = default;
 };
 
 }  // namespace tvx::bad

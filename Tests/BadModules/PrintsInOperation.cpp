@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/StandardStreams.h"
 #include "Tests/BadModules/Maps.h"
+#include "Tests/BadModules/OneExport.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Tells the world of every null that is written.
-class Wrong final : public bad::ForwardingMap
+class Wrong final : public ForwardingMap
 {
 public:
     Result SetValue(const char* key, IObject* value) override
@@ -19,13 +21,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::MapId, &bad::MapsOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{MapId, &MapsOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,32 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "Helpers/Results.h"
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/OwnQuery.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Reports what is refused.
-class Wrong final : public bad::OwnQuery<Wrong>
+class Wrong final : public OwnRefusal<Wrong>
 {
 public:
-    Result DoQueryInterface(const char* id, void** out) override
+    Result Refuse(void**)
     {
-        if (IsOwnId(id) && out != nullptr)
-            return Give(this, out);
         WriteReport("TVX_RETURN_FAIL_IF_NULL", __FILE__, __LINE__);
         return TVX_E_NOINTERFACE;
     }
 };
 
-constexpr Export Exports[] = {{bad::PlainId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{PlainId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,28 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/BadModules/Maps.h"
+#include "Tests/BadModules/OneExport.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Refuses a null key without its report line.
-class Wrong final : public bad::ForwardingMap
+class Wrong final : public NullKeyMap
 {
 public:
-    Result SetValue(const char* key, IObject* value) override
-    {
-        return key == nullptr ? TVX_E_POINTER : ForwardingMap::SetValue(key, value);
-    }
+    Result SetNullKey(IObject*) override { return TVX_E_POINTER; }
 };
-
-constexpr Export Exports[] = {{bad::MapId, &bad::MapsOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
 
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{MapId, &MapsOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/Variants.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Reports a null out where none is due.
-class Wrong final : public bad::ForwardingVariants<Wrong>
+class Wrong final : public ForwardingVariants<Wrong>
 {
 public:
     Result CreateBool(bool value, IVariant** out) override
@@ -17,13 +19,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::VariantId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{VariantId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/BadModules/Images.h"
+#include "Tests/BadModules/OneExport.h"
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Changes the order of one row, where there is nothing to change.
-class Wrong final : public bad::ForwardingImage
+class Wrong final : public ForwardingImage
 {
 public:
     using ForwardingImage::ForwardingImage;
@@ -27,13 +29,8 @@ private:
     std::int32_t order_ = 0;
 };
 
-constexpr Export Exports[] = {{bad::ImageId, &bad::ImagesOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{ImageId, &ImagesOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

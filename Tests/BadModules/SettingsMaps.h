@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Helpers/ExportTable.h"
 #include "Helpers/HandOut.h"
-#include "Platform/Export.h"
 #include "Src/SimpleMap.h"
 #include "Src/SimpleMapFactory.h"
 

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Helpers/ExportTable.h"
 #include "Helpers/HandOut.h"
 #include "Helpers/Singleton.h"
-#include "Platform/Export.h"
 #include "Src/String.h"
 
 namespace tvx::bad

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/Strings.h"
 
 #include <string>
 
-namespace
+namespace tvx::bad
 {
 
-using namespace tvx;
+namespace
+{
 
 // A string that answers IObject, as almost everything does.
 class AnsweringString final : public ClassImpl<AnsweringString, IString>
@@ -23,7 +25,7 @@ private:
     std::string text_;
 };
 
-class Wrong final : public bad::Strings<Wrong>
+class Wrong final : public Strings<Wrong>
 {
 public:
     Result CreateString(const char* text, IString** out) override
@@ -32,13 +34,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::StringId, &Wrong::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{StringId, &Wrong::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,32 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/BadModules/Maps.h"
+#include "Tests/BadModules/OneExport.h"
 
 #include <stdexcept>
+
+namespace tvx::bad
+{
 
 namespace
 {
 
-using namespace tvx;
-
 // Throws across the interface when a null key is written.
-class Wrong final : public bad::ForwardingMap
+class Wrong final : public NullKeyMap
 {
 public:
-    Result SetValue(const char* key, IObject* value) override
-    {
-        if (key == nullptr)
-            throw std::invalid_argument("there is no key");
-        return ForwardingMap::SetValue(key, value);
-    }
+    Result SetNullKey(IObject*) override { throw std::invalid_argument("there is no key"); }
 };
-
-constexpr Export Exports[] = {{bad::MapId, &bad::MapsOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
 
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{MapId, &MapsOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Helpers/ExportTable.h"
 #include "Helpers/HandOut.h"
 #include "Helpers/Results.h"
-#include "Platform/Export.h"
 #include "Src/Variant.h"
 #include "Src/VariantFactory.h"
 

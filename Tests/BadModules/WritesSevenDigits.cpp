@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include "Tests/BadModules/OneExport.h"
 #include "Tests/BadModules/SettingsMaps.h"
 
 #include <cstdio>
 
-namespace
+namespace tvx::bad
 {
 
-using namespace tvx;
+namespace
+{
 
 // Writes numbers with one digit too many.
 class Wrong final : public SimpleMap
@@ -20,13 +22,8 @@ public:
     }
 };
 
-constexpr Export Exports[] = {{bad::SettingsMapId, &bad::SettingsMapsOf<Wrong>::GetExportInstance}};
-
-const ExportsAtLoad AtLoad(Exports);
-
 }  // namespace
 
-TVX_EXPORT tvx::Result GetExport(const char* id, tvx::IObjectBase** out)
-{
-    return tvx::GiveExport(Exports, id, out);
-}
+constexpr Export Exports[] = {{SettingsMapId, &SettingsMapsOf<Wrong>::GetExportInstance}};
+
+}  // namespace tvx::bad

@@ -3,17 +3,14 @@
 
 #include "Helpers/ClassImpl.h"
 #include "Helpers/Ref.h"
-#include "Interfaces/IConfigurable.h"
 #include "Interfaces/ILogger.h"
 #include "Tests/Support/ScratchFolder.h"
+#include "Tool/Checks/ScriptedConfiguration.h"
 
 #include <cstdlib>
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
-#include <variant>
-#include <vector>
 
 namespace tvx::test
 {
@@ -34,29 +31,10 @@ private:
 };
 
 // A configuration of the test's own values, which records what is read.
-class ScriptedConfiguration final : public ClassImpl<ScriptedConfiguration, IConfiguration>
+class ScriptedConfiguration final : public check::ScriptedConfigurationImpl<ScriptedConfiguration>
 {
 public:
-    using Interfaces = InterfaceList<IConfiguration, IObject, IObjectBase>;
-    using Value = std::variant<bool, std::int32_t, std::string>;
-
-    ScriptedConfiguration() = default;
-    explicit ScriptedConfiguration(std::map<std::string, Value> content) : values(std::move(content)) {}
-
-    Result UnusedSlot11() override { return Record("UnusedSlot11", "", 0); }
-    Result UnusedSlot14() override { return Record("UnusedSlot14", "", 0); }
-
-    Result GetBool(const char* key, bool* out, std::uint32_t flags) override
-    {
-        Record("GetBool", key, flags);
-        return Read(key, out);
-    }
-
-    Result GetInt(const char* key, std::int32_t* out, std::uint32_t flags) override
-    {
-        Record("GetInt", key, flags);
-        return Read(key, out);
-    }
+    using ScriptedConfigurationImpl::ScriptedConfigurationImpl;
 
     Result GetString(const char* key, IString** out, std::uint32_t flags) override
     {
@@ -68,26 +46,7 @@ public:
         return stringResult;
     }
 
-    std::map<std::string, Value> values;
     Result stringResult = TVX_OK;
-    std::vector<std::string> reads;
-
-private:
-    Result Record(const std::string& operation, const std::string& key, std::uint32_t flags)
-    {
-        reads.push_back(operation + " " + key + " " + std::to_string(flags));
-        return TVX_E_FAIL;
-    }
-
-    template <class Wanted>
-    Result Read(const char* key, Wanted* out)
-    {
-        const auto found = values.find(key);
-        if (found == values.end() || !std::holds_alternative<Wanted>(found->second))
-            return TVX_E_FAIL;
-        *out = std::get<Wanted>(found->second);
-        return TVX_OK;
-    }
 };
 
 // Replaces an environment variable as long as it lives; no value means that the variable is not there.

@@ -2,8 +2,6 @@
 #include "Tool/Checks/Check.h"
 #include "Tool/Checks/FiringMap.h"
 
-#include <utility>
-
 namespace tvx::check
 {
 
@@ -16,12 +14,7 @@ void LetsAHandlerFireAgain(Trial& trial)
     FiringMap map(trial);
     map.Subscribe(map.handlers.a);
     map.Subscribe(map.handlers.b);
-    int more = 2;
-    map.handlers.doA = [&]
-    {
-        if (more-- > 0)
-            map.Fire();
-    };
+    map.LetADo(2, [&] { map.Fire(); });
     map.ExpectCalls("when the first handler fires twice more, each inside the other", "AAABBB");
 }
 
@@ -29,12 +22,7 @@ void RemovesForTheOuterFiringToo(Trial& trial)
 {
     FiringMap map(trial);
     map.SubscribeAll();
-    int depth = 0;
-    map.handlers.doA = [&]
-    {
-        if (depth++ == 0)
-            map.Fire();
-    };
+    map.LetADo(1, [&] { map.Fire(); });
     map.handlers.doB = [&]
     {
         map.Unsubscribe(map.handlers.b);
@@ -93,14 +81,12 @@ void LetsAHandlerReturn(Trial& trial)
     FiringMap map(trial);
     map.Subscribe(map.handlers.a);
     map.Subscribe(map.handlers.b);
-    bool returned = false;
-    map.handlers.doA = [&]
-    {
-        if (std::exchange(returned, true))
-            return;
-        map.Unsubscribe(map.handlers.a);
-        map.Subscribe(map.handlers.a);
-    };
+    map.LetADo(1,
+               [&]
+               {
+                   map.Unsubscribe(map.handlers.a);
+                   map.Subscribe(map.handlers.a);
+               });
     map.ExpectCalls("when a handler unsubscribes and subscribes itself again", "ABA");
 }
 

@@ -2,7 +2,7 @@
 #include "Tool/Checks/Check.h"
 #include "Tool/Checks/FiringMap.h"
 
-#include <utility>
+#include <functional>
 
 namespace tvx::check
 {
@@ -15,12 +15,7 @@ void CallsWhoSubscribesMeanwhile(Trial& trial)
 {
     FiringMap map(trial);
     map.Subscribe(map.handlers.a);
-    bool subscribed = false;
-    map.handlers.doA = [&]
-    {
-        if (!std::exchange(subscribed, true))
-            map.Subscribe(map.handlers.b);
-    };
+    map.LetADo(1, [&] { map.Subscribe(map.handlers.b); });
     map.ExpectCalls("when the only handler subscribes another one", "AB");
     map.ExpectCalls("of the next event", "AB");
 }
@@ -30,22 +25,35 @@ void CallsWhoSubscribesItselfAgain(Trial& trial)
     FiringMap map(trial);
     map.Subscribe(map.handlers.a);
     map.Subscribe(map.handlers.b);
-    int more = 2;
-    map.handlers.doA = [&]
-    {
-        if (more-- > 0)
-            map.Subscribe(map.handlers.a);
-    };
+    map.LetADo(2, [&] { map.Subscribe(map.handlers.a); });
     map.ExpectCalls("when a handler subscribes itself twice more", "ABAA");
 }
 
-void SkipsWhoIsRemovedBeforeItsTurn(Trial& trial)
+// Of three handlers one removes another one or itself when it is called.
+struct Removal
+{
+    std::function<void()> LetteredHandlers::*remover;
+    Ref<RecordingHandler> LetteredHandlers::*removed;
+    const char* when;
+    const char* calls;
+    const char* nextCalls;
+};
+
+constexpr Removal SecondByFirst = {&LetteredHandlers::doA, &LetteredHandlers::b,
+                                   "when the first handler removes the second", "AC", "AC"};
+constexpr Removal FirstBySecond = {&LetteredHandlers::doB, &LetteredHandlers::a,
+                                   "when the second handler removes the first", "ABC", "BC"};
+constexpr Removal SecondByItself = {&LetteredHandlers::doB, &LetteredHandlers::b,
+                                    "when the second handler removes itself", "ABC", "AC"};
+
+template <const Removal& Row>
+void LetsAHandlerRemove(Trial& trial)
 {
     FiringMap map(trial);
     map.SubscribeAll();
-    map.handlers.doA = [&] { map.Unsubscribe(map.handlers.b); };
-    map.ExpectCalls("when the first handler removes the second", "AC");
-    map.ExpectCalls("of the next event", "AC");
+    map.handlers.*Row.remover = [&] { map.Unsubscribe(map.handlers.*Row.removed); };
+    map.ExpectCalls(Row.when, Row.calls);
+    map.ExpectCalls("of the next event", Row.nextCalls);
 }
 
 void SkipsTheLastOneToo(Trial& trial)
@@ -56,35 +64,12 @@ void SkipsTheLastOneToo(Trial& trial)
     map.ExpectCalls("when the second handler removes the third", "AB");
 }
 
-void LetsAHandlerRemoveWhoHadItsTurn(Trial& trial)
-{
-    FiringMap map(trial);
-    map.SubscribeAll();
-    map.handlers.doB = [&] { map.Unsubscribe(map.handlers.a); };
-    map.ExpectCalls("when the second handler removes the first", "ABC");
-    map.ExpectCalls("of the next event", "BC");
-}
-
-void LetsAHandlerRemoveItself(Trial& trial)
-{
-    FiringMap map(trial);
-    map.SubscribeAll();
-    map.handlers.doB = [&] { map.Unsubscribe(map.handlers.b); };
-    map.ExpectCalls("when the second handler removes itself", "ABC");
-    map.ExpectCalls("of the next event", "AC");
-}
-
 void LetsAHandlerRemoveItsLaterDuplicate(Trial& trial)
 {
     FiringMap map(trial);
     for (const auto& handler : {map.handlers.a, map.handlers.b, map.handlers.a})
         map.Subscribe(handler);
-    int removals = 0;
-    map.handlers.doA = [&]
-    {
-        if (removals++ < 2)
-            map.Unsubscribe(map.handlers.a);
-    };
+    map.LetADo(2, [&] { map.Unsubscribe(map.handlers.a); });
     map.handlers.doB = [&] { map.Unsubscribe(map.handlers.a); };
     map.ExpectCalls("when both subscriptions of a handler go before the second one's turn", "AB");
 }
@@ -106,14 +91,15 @@ constexpr Check Checks[] = {
      CallsWhoSubscribesItselfAgain},
     {"event-firing-skips-who-is-removed-before-its-turn", "The first of three handlers unsubscribes the second.",
      "A subscription that is removed before its turn is not called; those behind it are.",
-     SkipsWhoIsRemovedBeforeItsTurn},
+     LetsAHandlerRemove<SecondByFirst>},
     {"event-firing-skips-a-removed-last-one", "The second of three handlers unsubscribes the third.",
      "This holds for the last subscription of the list, too.", SkipsTheLastOneToo},
     {"event-firing-handler-removes-who-had-its-turn", "The second of three handlers unsubscribes the first.",
      "Removing a subscription that was called does not disturb the rest of the firing.",
-     LetsAHandlerRemoveWhoHadItsTurn},
+     LetsAHandlerRemove<FirstBySecond>},
     {"event-firing-handler-removes-itself", "The second of three handlers unsubscribes itself.",
-     "A handler may remove itself; the next ones are called, and it is not called any more.", LetsAHandlerRemoveItself},
+     "A handler may remove itself; the next ones are called, and it is not called any more.",
+     LetsAHandlerRemove<SecondByItself>},
     {"event-firing-handler-removes-its-duplicate",
      "Both subscriptions of a handler are removed before the second call.",
      "Each subscription is removed for itself, before its turn or after it.", LetsAHandlerRemoveItsLaterDuplicate},

@@ -4,7 +4,9 @@
 #include "Tool/Checks/LetteredHandlers.h"
 #include "Tool/Checks/Objects.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace tvx::check
 {
@@ -24,6 +26,16 @@ public:
     void Unsubscribe(const Ref<RecordingHandler>& handler) { map_->SubscribeChanged(handler.Get(), 0, false); }
     void UnsubscribeAll() { map_->SubscribeChanged(nullptr, 0, false); }
     Result Fire() { return map_->SetString("key", "value"); }
+
+    // What A does when it is called, so many times; later on it does nothing.
+    void LetADo(int times, std::function<void()> deed)
+    {
+        handlers.doA = [times, deed = std::move(deed)]() mutable
+        {
+            if (times-- > 0)
+                deed();
+        };
+    }
 
     // Fires and expects the handlers to be called in this order, inner firings included.
     void ExpectCalls(const std::string& when, const char* expected)

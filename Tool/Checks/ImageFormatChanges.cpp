@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Tool/Checks/ImageBench.h"
+#include "Tool/Checks/ImageChanges.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -135,31 +135,16 @@ void StoresTheFormatWithoutRows(Trial& trial)
     }
 }
 
+constexpr ImageChange Change = {"SetColorFormat", &IImage::SetColorFormat, 1};
+
 void RefusesWithoutTheWriteLock(Trial& trial)
 {
-    const ImageShape shape = {3, 2, 1, 0, 0};
-    const auto image = MakeCountingImage(trial, shape);
-    const auto change = [&] { return image->SetColorFormat(3); };
-    trial.Reports("SetColorFormat of an unlocked image", "TVX_CHECK_PRECOND", TVX_E_PRECONDITION, change);
-    trial.Reports("SetColorFormat to what is there, of an unlocked image", "TVX_CHECK_PRECOND", TVX_E_PRECONDITION,
-                  [&] { return image->SetColorFormat(1); });
-    image->LockRead();
-    trial.Reports("SetColorFormat under a read lock", "TVX_CHECK_PRECOND", TVX_E_PRECONDITION, change);
-    image->Unlock();
-    ExpectUnchanged(trial, image, shape);
+    ExpectNeedsWriteLock(trial, Change);
 }
 
 void RefusesWithoutItsPixels(Trial& trial)
 {
-    const auto image = MakeImage(trial, {.format = 1});
-    const auto moved = MoveAway(trial, image);
-    const host::WriteLock lock(*image);
-    for (const std::int32_t wanted : {3, -1})
-    {
-        trial.Reports("SetColorFormat of an image whose pixels were moved away", "TVX_CHECK_PRECOND",
-                      TVX_E_PRECONDITION, [&] { return image->SetColorFormat(wanted); });
-    }
-    trial.Equal("the description afterwards", Describe(*image), DescribeMovedAway());
+    ExpectNeedsPixels(trial, Change);
 }
 
 constexpr Check Checks[] = {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Tool/Checks/ImageBench.h"
+#include "Tool/Checks/ImageChanges.h"
 
 #include <cstdint>
 
@@ -100,31 +100,16 @@ void RefusesEmptyRows(Trial& trial)
         ExpectRefusedOrder(trial, {.width = width, .height = 3});
 }
 
+constexpr ImageChange Change = {"SetRowOrder", &IImage::SetRowOrder, 0};
+
 void RefusesWithoutTheWriteLock(Trial& trial)
 {
-    const ImageShape shape = {3, 2, 1, 0, 0};
-    const auto image = MakeCountingImage(trial, shape);
-    const auto change = [&] { return image->SetRowOrder(3); };
-    trial.Reports("SetRowOrder of an unlocked image", "TVX_CHECK_PRECOND", TVX_E_PRECONDITION, change);
-    trial.Reports("SetRowOrder to what is there, of an unlocked image", "TVX_CHECK_PRECOND", TVX_E_PRECONDITION,
-                  [&] { return image->SetRowOrder(0); });
-    image->LockRead();
-    trial.Reports("SetRowOrder under a read lock", "TVX_CHECK_PRECOND", TVX_E_PRECONDITION, change);
-    image->Unlock();
-    ExpectUnchanged(trial, image, shape);
+    ExpectNeedsWriteLock(trial, Change);
 }
 
 void RefusesWithoutItsPixels(Trial& trial)
 {
-    const auto image = MakeImage(trial, {.format = 1});
-    const auto moved = MoveAway(trial, image);
-    const host::WriteLock lock(*image);
-    for (const std::int32_t wanted : {3, -1})
-    {
-        trial.Reports("SetRowOrder of an image whose pixels were moved away", "TVX_CHECK_PRECOND", TVX_E_PRECONDITION,
-                      [&] { return image->SetRowOrder(wanted); });
-    }
-    trial.Equal("the description afterwards", Describe(*image), DescribeMovedAway());
+    ExpectNeedsPixels(trial, Change);
 }
 
 constexpr Check Checks[] = {

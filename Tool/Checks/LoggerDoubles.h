@@ -4,54 +4,26 @@
 #include "Helpers/ClassImpl.h"
 #include "Helpers/Ref.h"
 #include "Host/HostString.h"
-#include "Interfaces/IConfigurable.h"
 #include "Interfaces/ILibManager.h"
 #include "Interfaces/ILogger.h"
+#include "Tool/Checks/ScriptedConfiguration.h"
 
-#include <map>
 #include <string>
-#include <utility>
-#include <variant>
 #include <vector>
 
 // What a host gives its logger: each does what it is told and records what is asked of it.
 namespace tvx::check
 {
 
-// A configuration of the check's own values. Reads of a value that is there give the result; of any other -1, with out left
-// untouched.
-class ScriptedConfiguration final : public ClassImpl<ScriptedConfiguration, IConfiguration>
+class ScriptedConfiguration final : public ScriptedConfigurationImpl<ScriptedConfiguration>
 {
 public:
-    using Interfaces = InterfaceList<IConfiguration, IObject, IObjectBase>;
-    using Value = std::variant<bool, std::int32_t, std::string>;
-    using Values = std::map<std::string, Value>;
-
-    explicit ScriptedConfiguration(Values content = {}, Result found = TVX_OK)
-        : values(std::move(content)),
-          result(found)
-    {
-    }
+    using ScriptedConfigurationImpl::ScriptedConfigurationImpl;
 
     Result QueryInterface(const char* id, void** out) override
     {
         queries.emplace_back(id == nullptr ? "null" : id);
         return DoQueryInterface(id, out);
-    }
-
-    Result UnusedSlot11() override { return Record("UnusedSlot11", "", 0); }
-    Result UnusedSlot14() override { return Record("UnusedSlot14", "", 0); }
-
-    Result GetBool(const char* key, bool* out, std::uint32_t flags) override
-    {
-        Record("GetBool", key, flags);
-        return Read(key, out);
-    }
-
-    Result GetInt(const char* key, std::int32_t* out, std::uint32_t flags) override
-    {
-        Record("GetInt", key, flags);
-        return Read(key, out);
     }
 
     // The texts that were handed out are kept, so that a check sees whether they were released.
@@ -67,28 +39,8 @@ public:
         return found;
     }
 
-    Values values;
-    Result result;
-    std::vector<std::string> reads;  // such as: GetInt Main\MinLevel 0
     std::vector<std::string> queries;
     std::vector<Ref<host::HostString>> texts;
-
-private:
-    Result Record(const std::string& operation, const char* key, std::uint32_t flags)
-    {
-        reads.push_back(operation + " " + (key == nullptr ? "null" : key) + " " + std::to_string(flags));
-        return TVX_E_FAIL;
-    }
-
-    template <class Wanted>
-    Result Read(const char* key, Wanted* out)
-    {
-        const auto found = key == nullptr ? values.end() : values.find(key);
-        if (found == values.end() || !std::holds_alternative<Wanted>(found->second))
-            return TVX_E_FAIL;
-        *out = std::get<Wanted>(found->second);
-        return result;
-    }
 };
 
 // Lists the plug-ins with a text and a result of the check's own.

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "Helpers/ClassImpl.h"
-#include "Helpers/Ref.h"
 #include "Host/HostString.h"
-#include "Interfaces/ISimpleMap.h"
+#include "Tool/Checks/RecordingMap.h"
 
 #include <map>
 #include <string>
@@ -15,10 +13,9 @@ namespace tvx::check
 {
 
 // A settings map of the caller's side that gives texts and records every call; nothing but GetString does anything.
-class MetadataMap final : public ClassImpl<MetadataMap, ISimpleMap>
+class MetadataMap final : public RecordingMapImpl<MetadataMap>
 {
 public:
-    using Interfaces = InterfaceList<ISimpleMap, IObject, IObjectBase>;
     using Texts = std::map<std::string, std::string>;
 
     explicit MetadataMap(Texts content = {}) : texts(std::move(content)) {}
@@ -37,38 +34,9 @@ public:
         return TVX_S_VALUE;
     }
 
-    Result SetDouble(const char*, double) override { return Record("SetDouble"); }
-    Result SetInt(const char*, std::int32_t) override { return Record("SetInt"); }
-    Result SetString(const char*, const char*) override { return Record("SetString"); }
-    Result GetDouble(const char*, double*) override { return Record("GetDouble"); }
-    Result GetInt(const char*, std::int32_t*) override { return Record("GetInt"); }
-    Result GetIterator(ISimpleMapIterator**) override { return Record("GetIterator"); }
-    Result GetSubMap(const char*, ISimpleMap**) override { return Record("GetSubMap"); }
-    Result SetSubMap(const char*, ISimpleMap*) override { return Record("SetSubMap"); }
-    Result GetObject(const char*, IObject**) override { return Record("GetObject"); }
-    Result SetObject(const char*, IObject*) override { return Record("SetObject"); }
-    Result HasKey(const char*, bool*) override { return Record("HasKey"); }
-    Result Clone(ISimpleMap**) override { return Record("Clone"); }
-    Result GetIteratorNoSubMaps(ISimpleMapIterator**) override { return Record("GetIteratorNoSubMaps"); }
-    void SubscribeChanged(IEventHandler*, std::uint64_t, bool) override { Record("SubscribeChanged"); }
-    Result SetBatchUpdatingMode(bool) override { return Record("SetBatchUpdatingMode"); }
-    Result GetBatchUpdatingMode(bool*) override { return Record("GetBatchUpdatingMode"); }
-    void SubscribeBatchUpdatingModeChanged(IEventHandler*, std::uint64_t, bool) override
-    {
-        Record("SubscribeBatchUpdatingModeChanged");
-    }
-
     Texts texts;
     Result failure = TVX_OK;
-    std::vector<std::string> calls;
     std::vector<IString**> outs;  // of the calls of GetString
-
-private:
-    Result Record(std::string call)
-    {
-        calls.push_back(std::move(call));
-        return TVX_E_FAIL;
-    }
 };
 
 }  // namespace tvx::check

@@ -1,25 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Tool/Checks/Check.h"
+#include "Tool/Checks/NumbersAsTexts.h"
 #include "Tool/Checks/SettingsMaps.h"
-
-#include <limits>
 
 namespace tvx::check
 {
 
 namespace
 {
-
-using IntLimits = std::numeric_limits<std::int32_t>;
-using DoubleLimits = std::numeric_limits<double>;
-
-// A number and the text that it is written as.
-template <class Number>
-struct NumberRow
-{
-    Number number;
-    const char* text;
-};
 
 constexpr NumberRow<std::int32_t> IntTexts[] = {
     {0, "0"},

@@ -7,6 +7,7 @@
 #include "Tool/Checks/TextSerializer.h"
 
 #include <string>
+#include <utility>
 
 namespace tvx::check
 {
@@ -48,6 +49,19 @@ public:
         ReportsInOrder(trial_, "GetObject", lines, code, [&] { return map->GetObject("key", &out); });
         trial_.Same("the out of a failed GetObject", out, mark.Get());
         ExpectNothingHappened();
+    }
+
+    // The call, which takes what the factory gives in this place, fails when that has no face for texts, and forgets no
+    // reference on it.
+    template <class Face, class Plain, class Call>
+    void ExpectFailsWith(const Ref<Plain>& plain, Ref<Face>& place, const std::string& what, Call&& call)
+    {
+        auto before = std::exchange(place, Ref<Face>(plain));
+        Result result = TVX_OK;
+        static_cast<void>(trial_.TakeOutput([&] { result = call(); }));
+        place = std::move(before);
+        trial_.Expect(TVX_FAILED(result), what + " to fail", ShowResult(result));
+        trial_.Equal("the reference count of what has no face for texts", plain->GetRefCount(), 1u);
     }
 
     Lines TakeEvents() { return listener_.Take(); }

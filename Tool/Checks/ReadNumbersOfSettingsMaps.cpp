@@ -1,26 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Tool/Checks/Check.h"
+#include "Tool/Checks/NumbersAsTexts.h"
 #include "Tool/Checks/SettingsMaps.h"
 
 #include <bit>
-#include <limits>
 
 namespace tvx::check
 {
 
 namespace
 {
-
-using IntLimits = std::numeric_limits<std::int32_t>;
-using DoubleLimits = std::numeric_limits<double>;
-
-// A text and the number that it is read as.
-template <class Number>
-struct NumberRow
-{
-    Number number;
-    const char* text;
-};
 
 constexpr NumberRow<std::int32_t> IntReadings[] = {
     {42, "42"},    {1, "1.9"}, {3, "3.14159"}, {12, " 12"}, {7, "\t\n\v\f\r 7"}, {5, "+5"},    {-5, "-5"},

@@ -78,12 +78,8 @@ void FailsWithoutATextFace(Trial& trial)
 {
     ObjectEntries entries(trial);
     const auto plain = MakeRef<RecordingWriter>();
-    entries.serializer.factory->writer = Ref<ISerializer>(plain);
-    Result result = TVX_OK;
-    static_cast<void>(trial.TakeOutput([&] { result = entries.map->SetObject("key", entries.object.Get()); }));
-    entries.serializer.factory->writer = Ref<ISerializer>(entries.serializer.writer);
-    trial.Expect(TVX_FAILED(result), "SetObject with a serializer that makes no text to fail", ShowResult(result));
-    trial.Equal("the reference count of such a serializer afterwards", plain->GetRefCount(), 1u);
+    entries.ExpectFailsWith(plain, entries.serializer.factory->writer, "SetObject with a serializer that makes no text",
+                            [&] { return entries.map->SetObject("key", entries.object.Get()); });
     plain->objects.clear();
     entries.ExpectNothingHappened();
 }

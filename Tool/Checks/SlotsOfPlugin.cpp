@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Interfaces/ITVXPlugin.h"
-#include "Tool/Checks/Doubles.h"
+#include "Tool/Checks/RecordingMap.h"
 #include "Tool/Checks/Slots.h"
 
 namespace tvx::check
@@ -9,47 +9,16 @@ namespace tvx::check
 namespace
 {
 
-// A settings map in which every key has itself as its text. It records what it is asked; metadata is only read by GetString.
-class EchoingMap final : public ClassImpl<EchoingMap, ISimpleMap>
+// A settings map in which every key has itself as its text.
+class EchoingMap final : public RecordingMapImpl<EchoingMap>
 {
 public:
-    using Interfaces = InterfaceList<ISimpleMap, IObject, IObjectBase>;
-
-    Result SetDouble(const char*, double) override { return Record("SetDouble"); }
-    Result SetInt(const char*, std::int32_t) override { return Record("SetInt"); }
-    Result SetString(const char*, const char*) override { return Record("SetString"); }
-    Result GetDouble(const char*, double*) override { return Record("GetDouble"); }
-    Result GetInt(const char*, std::int32_t*) override { return Record("GetInt"); }
     Result GetString(const char* key, IString** out) override
     {
         const std::string text = key == nullptr ? "null" : key;
         Record("GetString " + text);
         HandOut<IString>(MakeRef<host::HostString>(text).Get(), out);
         return TVX_S_VALUE;
-    }
-    Result GetIterator(ISimpleMapIterator**) override { return Record("GetIterator"); }
-    Result GetSubMap(const char*, ISimpleMap**) override { return Record("GetSubMap"); }
-    Result SetSubMap(const char*, ISimpleMap*) override { return Record("SetSubMap"); }
-    Result GetObject(const char*, IObject**) override { return Record("GetObject"); }
-    Result SetObject(const char*, IObject*) override { return Record("SetObject"); }
-    Result HasKey(const char*, bool*) override { return Record("HasKey"); }
-    Result Clone(ISimpleMap**) override { return Record("Clone"); }
-    Result GetIteratorNoSubMaps(ISimpleMapIterator**) override { return Record("GetIteratorNoSubMaps"); }
-    void SubscribeChanged(IEventHandler*, std::uint64_t, bool) override { Record("SubscribeChanged"); }
-    Result SetBatchUpdatingMode(bool) override { return Record("SetBatchUpdatingMode"); }
-    Result GetBatchUpdatingMode(bool*) override { return Record("GetBatchUpdatingMode"); }
-    void SubscribeBatchUpdatingModeChanged(IEventHandler*, std::uint64_t, bool) override
-    {
-        Record("SubscribeBatchUpdatingModeChanged");
-    }
-
-    std::vector<std::string> calls;
-
-private:
-    Result Record(std::string call)
-    {
-        calls.push_back(std::move(call));
-        return TVX_E_FAIL;
     }
 };
 
