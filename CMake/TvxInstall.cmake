@@ -12,8 +12,8 @@ set(TVX_INSTALL_DOCDIR ${CMAKE_INSTALL_DATADIR}/doc/tvx-generic-plugins)
 file(RELATIVE_PATH TVX_MODULES_FROM_PROGRAM /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${TVX_INSTALL_MODULEDIR})
 
 # What is behind the host library's interface: nothing that users see includes it, and it may change.
-set(TVX_INNER_HEADERS AppendingFile AsciiCase DocumentText DocumentTree ElfDocument ElfTable ExportProxy HandlerGuard KeySpelling
-    LibManagerFace OperationName PngRun StrictJson TraceLog "Traced*")
+set(TVX_INNER_HEADERS AppendingFile AsciiCase DocumentText DocumentTree ElfDocument ElfSymbols ElfTable ExportProxy HandlerGuard KeySpelling
+    LibManagerFace ModuleFormat OperationName PngRun StrictJson TraceLog "Traced*")
 
 # The headers of folders of this project.
 function(tvx_install_headers)

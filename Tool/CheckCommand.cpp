@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Host/ModuleFile.h"
 #include "Host/TextFile.h"
+#include "Platform/ChildProcess.h"
 #include "Tool/Checks/Families.h"
 #include "Tool/Checks/Report.h"
 #include "Tool/Checks/Run.h"
@@ -65,7 +66,13 @@ public:
     }
 
 private:
-    static bool HasColours() { return std::getenv("NO_COLOR") == nullptr; }
+    static bool IsSet(const char* variable)
+    {
+        const char* const value = std::getenv(variable);
+        return value != nullptr && *value != '\0';
+    }
+
+    static bool HasColours() { return !IsSet("NO_COLOR"); }
 
     inline static const std::string EraseLine = "\r\033[K";
 
@@ -78,6 +85,7 @@ private:
 // A process of its own ends at once, before anything of the module is released.
 ExitCode CheckAsChild(const CheckOptions& options)
 {
+    Platform::BehaveAsChild();
     const Console console;
     const auto plan = check::MakePlan(check::GetFamilies(), {{options.child}, {}});
     for (const auto& planned : plan)
@@ -106,6 +114,31 @@ ExitCode GetExitCode(const check::Report& report)
     return report.Count(check::Verdict::Failed) > 0 ? AnswerIsNo : Ok;
 }
 
+// A module that ends the process has not passed, whatever code it gives: nobody would miss the checks that were not run.
+class UntimelyEnd
+{
+public:
+    UntimelyEnd()
+    {
+        static const bool isArmed = std::atexit(&Complain) == 0;
+        isExpected_ = !isArmed;
+    }
+    ~UntimelyEnd() { isExpected_ = true; }
+    UntimelyEnd(const UntimelyEnd&) = delete;
+    UntimelyEnd& operator=(const UntimelyEnd&) = delete;
+
+private:
+    static void Complain()
+    {
+        if (isExpected_)
+            return;
+        Console::Complain("the module ended the process of the checks");
+        std::_Exit(Misbehaved);
+    }
+
+    static inline bool isExpected_ = true;
+};
+
 check::Report Run(const CheckOptions& options, const Console& console, const std::vector<check::PlannedCheck>& plan,
                   bool isTerminal)
 {
@@ -119,6 +152,7 @@ check::Report Run(const CheckOptions& options, const Console& console, const std
             progress.Tell(finding);
     };
     const auto start = std::chrono::steady_clock::now();
+    const UntimelyEnd untimely;
     if (options.inProcess)
         check::RunInThisProcess(plan, run, console.GetOutput(), tell);
     else

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Host/ModuleFile.h"
 #include "Host/TextFile.h"
+#include "Tool/ChildCode.h"
 #include "Tool/Commands.h"
 #include "Tool/Fuzz/Fuzzer.h"
 #include "Tool/ProbeInChild.h"
@@ -54,11 +55,12 @@ catch (...)
 }
 
 // What the walk found is told before anything of the module is released or unloaded.
-[[noreturn]] void EndAtOnce(const Console& console, const check::Outcome& outcome)
+[[noreturn]] void EndAtOnce(const Console& console, const FuzzOptions& options, const check::Outcome& outcome)
 {
     if (outcome.verdict != check::Verdict::Passed)
         console.Print(host::MakeOneLine(outcome.message) + "\n");
-    std::_Exit(outcome.verdict == check::Verdict::Passed ? Ok : AnswerIsNo);
+    const auto code = outcome.verdict == check::Verdict::Passed ? Ok : AnswerIsNo;
+    std::_Exit(options.child.empty() ? code : MakeChildCode(code));
 }
 
 // Walks until the time is over, and says which one it begins: it may not come back.
@@ -69,7 +71,7 @@ ExitCode WalkAsChild(const FuzzOptions& options)
         return Usage;
     const Console console;
     check::Trial trial(options.file, options.seed, console.GetOutput(),
-                       [&](const check::Outcome& outcome) { EndAtOnce(console, outcome); });
+                       [&](const check::Outcome& outcome) { EndAtOnce(console, options, outcome); });
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(options.seconds);
     for (auto seed = options.seed; std::chrono::steady_clock::now() < end; ++seed)
     {
@@ -77,9 +79,9 @@ ExitCode WalkAsChild(const FuzzOptions& options)
         check::Random random(seed);
         const auto outcome = TryWalk(*walk, fuzz::MakeSteps(*walk, random, fuzz::StepsOfAWalk), trial);
         if (outcome.verdict != check::Verdict::Passed)
-            EndAtOnce(console, outcome);
+            EndAtOnce(console, options, outcome);
     }
-    EndAtOnce(console, {});
+    EndAtOnce(console, options, {});
 }
 
 host::Outcome<fuzz::Replay> ReadReplay(const std::string& file)
@@ -94,8 +96,8 @@ host::Outcome<fuzz::Replay> ReadReplay(const std::string& file)
 {
     const Console console;
     check::Trial trial(options.file, options.seed, console.GetOutput(),
-                       [&](const check::Outcome& outcome) { EndAtOnce(console, outcome); });
-    EndAtOnce(console, TryWalk(*replay.walk, replay.steps, trial));
+                       [&](const check::Outcome& outcome) { EndAtOnce(console, options, outcome); });
+    EndAtOnce(console, options, TryWalk(*replay.walk, replay.steps, trial));
 }
 
 // A module that cannot even be loaded is nothing to walk over.
@@ -120,10 +122,10 @@ ExitCode Reproduce(const FuzzOptions& options)
     const auto run = fuzz::Reproduce(options.file, options.reproduce);
     console.Print(run.output);
     std::cerr << run.errors;
-    if (run.end == Platform::ChildRun::End::Exited)
-        return static_cast<ExitCode>(run.exitCode);
-    Console::Complain(host::DisplayName(options.file) + ": " + fuzz::DescribeEnd(run));
-    return Misbehaved;
+    if (const auto code = FindOwnCode(run))
+        return *code;
+    Console::Complain("the process that walked over " + host::DisplayName(options.file) + " " + DescribeEnd(run));
+    return run.end == Platform::ChildRun::End::NotStarted ? CannotRead : Misbehaved;
 }
 
 std::vector<const fuzz::Walk*> FindWalks(const host::PluginDocument& document)
@@ -188,9 +190,9 @@ ExitCode Fuzz(const FuzzOptions& options)
 ExitCode FuzzOrReproduce(const FuzzOptions& options)
 {
     if (!options.child.empty())
-        return WalkAsChild(options);
+        Platform::BehaveAsChild();
     if (options.reproduce.empty())
-        return Fuzz(options);
+        return options.child.empty() ? Fuzz(options) : WalkAsChild(options);
     if (!options.inProcess)
         return Reproduce(options);
     const auto replay = ReadReplay(options.reproduce);

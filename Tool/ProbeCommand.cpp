@@ -3,6 +3,7 @@
 #include "Host/ModuleFile.h"
 #include "Host/TracedInterface.h"
 #include "Platform/ClassName.h"
+#include "Tool/ChildCode.h"
 #include "Tool/Commands.h"
 #include "Tool/DocumentPrinter.h"
 #include "Tool/ProbeInChild.h"
@@ -26,6 +27,7 @@ struct ProbeOptions
     std::string file;
     bool json = false;
     bool inProcess = false;
+    bool child = false;
     unsigned timeout = 10;  // seconds
 };
 
@@ -163,6 +165,11 @@ ExitCode Probe(const ProbeOptions& options)
 {
     if (options.inProcess)
         return ProbeInThisProcess(options);
+    if (options.child)
+    {
+        Platform::BehaveAsChild();
+        return MakeChildCode(ProbeInThisProcess(options));
+    }
     const Console console;
     const auto run = ProbeInChild(options.file, options.json, std::chrono::seconds(options.timeout));
     console.Print(run.output);
@@ -183,6 +190,7 @@ void AddProbeCommand(CLI::App& program, ExitCode& code)
         ->type_name("SECONDS")
         ->check(CLI::Range(1u, 86'400u));
     command->add_flag("--in-process", options->inProcess, "Ask the module in this process, for a debugger");
+    command->add_flag("--child", options->child)->group("");
     command->callback([options, &code] { code = Probe(*options); });
 }
 

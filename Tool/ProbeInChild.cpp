@@ -3,27 +3,14 @@
 
 #include "Host/ModuleFile.h"
 #include "Platform/Environment.h"
+#include "Tool/ChildCode.h"
 
 namespace tvx::tool
 {
 
-namespace
-{
-
-std::string DescribeEnd(const Platform::ChildRun& probe)
-{
-    if (probe.end == Platform::ChildRun::End::TimedOut)
-        return "did not answer in time";
-    if (probe.end == Platform::ChildRun::End::Killed)
-        return "crashed when it was probed: " + probe.reason;
-    return "cannot be probed: " + probe.reason;
-}
-
-}  // namespace
-
 Platform::ChildRun ProbeInChild(const std::string& file, bool json, std::chrono::seconds limit)
 {
-    std::vector<std::string> arguments = {"probe", "--in-process"};
+    std::vector<std::string> arguments = {"probe", "--child"};
     if (json)
         arguments.emplace_back("--json");
     arguments.emplace_back("--");
@@ -33,9 +20,9 @@ Platform::ChildRun ProbeInChild(const std::string& file, bool json, std::chrono:
 
 ExitCode GetExitCode(const std::string& file, const Platform::ChildRun& probe)
 {
-    if (probe.end == Platform::ChildRun::End::Exited)
-        return static_cast<ExitCode>(probe.exitCode);
-    Console::Complain(host::DisplayName(file) + " " + DescribeEnd(probe));
+    if (const auto code = FindOwnCode(probe))
+        return *code;
+    Console::Complain("the process that probed " + host::DisplayName(file) + " " + DescribeEnd(probe));
     return probe.end == Platform::ChildRun::End::NotStarted ? CannotRead : Misbehaved;
 }
 

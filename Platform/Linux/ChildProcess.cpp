@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/ChildProcess.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdint>
 #include <cstring>
-#include <thread>
 
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -70,11 +69,12 @@ public:
 
     pollfd GetWaiting() const { return {reading_.Get(), POLLIN, 0}; }
     bool IsOpen() const { return reading_.Get() >= 0; }
+    bool IsFlooded() const { return text_.size() > MostOutput; }
 
     // Takes what is there; closes itself at the end.
     void Take()
     {
-        std::array<char, 4096> part;
+        std::array<char, 65536> part;
         const auto size = read(reading_.Get(), part.data(), part.size());
         if (size > 0)
             text_.append(part.data(), static_cast<std::size_t>(size));
@@ -98,7 +98,7 @@ public:
     FileActions(const FileActions&) = delete;
     FileActions& operator=(const FileActions&) = delete;
 
-    void CloseInput() { posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0); }
+    void EmptyInput() { posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0); }
     void Replace(int stream, int descriptor) { posix_spawn_file_actions_adddup2(&actions_, descriptor, stream); }
     const posix_spawn_file_actions_t* Get() const { return &actions_; }
 
@@ -106,47 +106,95 @@ private:
     posix_spawn_file_actions_t actions_;
 };
 
-// The time until then as poll wants it: rounded up, so that nobody spins through the last millisecond.
-int GetMillisecondsUntil(Clock::time_point then)
+// A child in a process group of its own, which it starts; nothing of the group is left when this goes.
+class Child
 {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(then - Clock::now()).count();
-    return left > 0 ? static_cast<int>(std::min<std::int64_t>(left, 60'000)) : 0;
-}
-
-// Until both streams are at their ends or the time is over.
-void Collect(Stream& output, Stream& errors, Clock::time_point deadline)
-{
-    while ((output.IsOpen() || errors.IsOpen()) && Clock::now() < deadline)
+public:
+    explicit Child(pid_t leader) : leader_(leader) {}
+    ~Child()
     {
-        std::array<pollfd, 2> waiting = {output.GetWaiting(), errors.GetWaiting()};
-        if (poll(waiting.data(), waiting.size(), GetMillisecondsUntil(deadline)) <= 0)
-            continue;
-        if (waiting[0].revents != 0)
-            output.Take();
-        if (waiting[1].revents != 0)
-            errors.Take();
+        if (!HasEnded())
+            Reap(0);
+        EndGroup();
     }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    // Does not wait.
+    bool HasEnded()
+    {
+        if (!ended_)
+            Reap(WNOHANG);
+        return ended_;
+    }
+
+    void Kill()
+    {
+        EndGroup();
+        if (!ended_)
+            Reap(0);
+    }
+
+    // Ends what is left of the group, and tells whether there was anything.
+    bool EndGroup() const { return kill(-leader_, SIGKILL) == 0; }
+
+    int GetStatus() const { return status_; }
+
+private:
+    void Reap(int options)
+    {
+        if (options == 0)
+            EndGroup();
+        pid_t reaped = 0;
+        do
+            reaped = waitpid(leader_, &status_, options);
+        while (reaped < 0 && errno == EINTR);
+        ended_ = reaped != 0;
+    }
+
+    pid_t leader_;
+    bool ended_ = false;
+    int status_ = 0;
+};
+
+// Takes what the streams have, waiting for it for a moment at most.
+void Take(Stream& output, Stream& errors, std::chrono::milliseconds moment)
+{
+    std::array<pollfd, 2> waiting = {output.GetWaiting(), errors.GetWaiting()};
+    if (poll(waiting.data(), waiting.size(), static_cast<int>(moment.count())) <= 0)
+        return;
+    if (waiting[0].revents != 0)
+        output.Take();
+    if (waiting[1].revents != 0)
+        errors.Take();
 }
 
-// Whether the child ended before the deadline. It may have closed its streams long before.
-bool WaitUntil(pid_t child, Clock::time_point deadline, int& status)
+// What was written before the end may still be on its way; what others hold the streams for is not waited for.
+void TakeRest(Stream& output, Stream& errors)
 {
-    constexpr std::chrono::milliseconds pause(2);
-    while (waitpid(child, &status, WNOHANG) == 0)
+    const auto getSize = [&] { return output.GetText().size() + errors.GetText().size(); };
+    auto before = getSize();
+    do
     {
+        before = getSize();
+        Take(output, errors, std::chrono::milliseconds(0));
+    } while (getSize() > before && !output.IsFlooded() && !errors.IsFlooded());
+}
+
+// Until the child has ended, has to be ended, or has had its time.
+ChildRun::End Attend(Child& child, Stream& output, Stream& errors, Clock::time_point deadline)
+{
+    constexpr std::chrono::milliseconds moment(5);
+    while (!child.HasEnded())
+    {
+        if (output.IsFlooded() || errors.IsFlooded())
+            return ChildRun::End::Flooded;
         if (Clock::now() >= deadline)
-            return false;
-        std::this_thread::sleep_for(pause);
+            return ChildRun::End::TimedOut;
+        Take(output, errors, output.IsOpen() || errors.IsOpen() ? moment : std::chrono::milliseconds(1));
     }
-    return true;
-}
-
-void Kill(pid_t child)
-{
-    kill(child, SIGKILL);
-    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR)
-    {
-    }
+    TakeRest(output, errors);
+    return ChildRun::End::Exited;
 }
 
 std::string DescribeSignal(int signal)
@@ -169,6 +217,32 @@ void Judge(ChildRun& run, int status)
     run.reason = DescribeSignal(WTERMSIG(status));
 }
 
+// A group of its own, and no signal that this program ignores or holds back.
+class Attributes
+{
+public:
+    Attributes()
+    {
+        sigset_t none;
+        sigset_t all;
+        sigemptyset(&none);
+        sigfillset(&all);
+        posix_spawnattr_init(&attributes_);
+        posix_spawnattr_setpgroup(&attributes_, 0);
+        posix_spawnattr_setsigmask(&attributes_, &none);
+        posix_spawnattr_setsigdefault(&attributes_, &all);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    }
+    ~Attributes() { posix_spawnattr_destroy(&attributes_); }
+    Attributes(const Attributes&) = delete;
+    Attributes& operator=(const Attributes&) = delete;
+
+    const posix_spawnattr_t* Get() const { return &attributes_; }
+
+private:
+    posix_spawnattr_t attributes_;
+};
+
 int Start(const std::string& program, std::vector<std::string> arguments, const FileActions& files, pid_t& child)
 {
     arguments.insert(arguments.begin(), program);
@@ -176,7 +250,29 @@ int Start(const std::string& program, std::vector<std::string> arguments, const 
     for (auto& argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
-    return posix_spawn(&child, program.c_str(), files.Get(), nullptr, pointers.data(), environ);
+    return posix_spawn(&child, program.c_str(), files.Get(), Attributes().Get(), pointers.data(), environ);
+}
+
+// The streams are this side's from here on.
+ChildRun Watch(pid_t leader, Stream& output, Stream& errors, Clock::time_point deadline)
+{
+    ChildRun run;
+    Child child(leader);
+    output.CloseWritingEnd();
+    errors.CloseWritingEnd();
+    run.end = Attend(child, output, errors, deadline);
+    if (run.end == ChildRun::End::Exited)
+    {
+        run.leftProcesses = child.EndGroup();
+        Judge(run, child.GetStatus());
+    }
+    else
+    {
+        child.Kill();
+    }
+    run.output = std::move(output.GetText());
+    run.errors = std::move(errors.GetText());
+    return run;
 }
 
 ChildRun MakeNotStarted(int error)
@@ -197,30 +293,23 @@ ChildRun RunChild(const std::filesystem::path& program, const std::vector<std::s
     if (!output.Open() || !errors.Open())
         return MakeNotStarted(errno);
     FileActions files;
-    files.CloseInput();
+    files.EmptyInput();
     files.Replace(STDOUT_FILENO, output.GetWritingEnd());
     files.Replace(STDERR_FILENO, errors.GetWritingEnd());
     pid_t child = 0;
     if (const int error = Start(program.string(), arguments, files, child); error != 0)
         return MakeNotStarted(error);
-    output.CloseWritingEnd();
-    errors.CloseWritingEnd();
+    return Watch(child, output, errors, deadline);
+}
 
-    ChildRun run;
-    int status = 0;
-    Collect(output, errors, deadline);
-    if (WaitUntil(child, deadline, status))
-    {
-        Judge(run, status);
-    }
-    else
-    {
-        Kill(child);
-        run.end = ChildRun::End::TimedOut;
-    }
-    run.output = std::move(output.GetText());
-    run.errors = std::move(errors.GetText());
-    return run;
+void BehaveAsChild()
+{
+    const auto parent = getppid();
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent)
+        raise(SIGKILL);  // it ended before
+    const rlimit limit = {64 * 1024 * 1024, 64 * 1024 * 1024};
+    setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 }  // namespace tvx::Platform

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <pugixml.hpp>
 #include <regex>
 #include <set>
 
@@ -155,6 +156,21 @@ TEST(CheckCommand, RefusesWrongUsageInOneLine)
     EXPECT_TRUE(RefusedInOneLine(Check(file, {"--jobs", "0"}), 2, "--jobs: "));
     EXPECT_TRUE(RefusedInOneLine(Check(file, {"--timeout", "x"}), 2, ""));
     EXPECT_TRUE(RefusedInOneLine(Check(file, {"--list"}), 2, ""));
+}
+
+TEST(CheckCommand, WritesWellFormedXmlWhateverTheModuleIsCalled)
+{
+    const ScratchFolder folder;
+    const auto module = folder.GetPath() / "\xFF<&\x01\".tvxlib";
+    std::filesystem::copy(GetTestModule("Right"), module);
+    const auto file = folder.GetPath() / "check.xml";
+    Check(module.string(), {"--only", "exports", "--junit", file.string()});
+    pugi::xml_document document;
+    EXPECT_TRUE(document.load_file(file.c_str()));
+    const auto xml = detail::ReadAll(file);
+    EXPECT_EQ(xml.find('\x01'), std::string::npos);
+    EXPECT_EQ(xml.find("&#01;"), std::string::npos);
+    EXPECT_EQ(xml.find('\xFF'), std::string::npos);
 }
 
 TEST(CheckCommand, SaysOfATextFileThatItIsNoModule)

@@ -17,10 +17,18 @@ std::string ShowSeconds(double seconds)
     return fmt::format("{:.6f}", seconds);
 }
 
+// Text of modules and users as XML can say it: valid UTF-8 without control characters.
+std::string MakeShowable(const std::string& text)
+{
+    const nlohmann::json shown(host::MakeOneLine(text));
+    const auto quoted = shown.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    return nlohmann::json::parse(quoted).get<std::string>();
+}
+
 pugi::xml_node AddMessage(pugi::xml_node test, const char* name, const Outcome& outcome)
 {
     auto element = test.append_child(name);
-    element.append_attribute("message") = outcome.message.c_str();
+    element.append_attribute("message") = MakeShowable(outcome.message).c_str();
     return element;
 }
 
@@ -34,7 +42,9 @@ void AddOutcome(pugi::xml_node test, const Finding& finding)
     case Verdict::Failed: AddMessage(test, "failure", outcome).text() = planned.check->rule; break;
     case Verdict::Crashed: AddMessage(test, "error", outcome).text() = planned.check->rule; break;
     case Verdict::Skipped: AddMessage(test, "skipped", outcome); break;
-    case Verdict::Warning: test.append_child("system-out").text() = ("warning: " + outcome.message).c_str(); break;
+    case Verdict::Warning:
+        test.append_child("system-out").text() = ("warning: " + MakeShowable(outcome.message)).c_str();
+        break;
     }
 }
 
@@ -58,7 +68,7 @@ std::string ToJUnit(const Report& report)
     auto suites = document.append_child("testsuites");
     AddCounts(suites, report);
     auto suite = suites.append_child("testsuite");
-    suite.append_attribute("name") = ("tvx check " + report.file).c_str();
+    suite.append_attribute("name") = ("tvx check " + MakeShowable(report.file)).c_str();
     AddCounts(suite, report);
     for (const auto& finding : report.findings)
     {

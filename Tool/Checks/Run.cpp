@@ -47,7 +47,8 @@ catch (const Ending& ending)
 catch (const std::exception& thrown)
 {
     return {Verdict::Failed,
-            std::string("expected that no exception leaves an operation of the module, came ") + thrown.what()};
+            host::MakeOneLine(std::string("expected that no exception leaves an operation of the module, came ") +
+                              thrown.what())};
 }
 catch (...)
 {

@@ -6,6 +6,7 @@
 #include "Platform/ChildProcess.h"
 #include "Platform/Environment.h"
 #include "Tool/Checks/Run.h"
+#include "Tool/ChildCode.h"
 #include "Tool/DocumentPrinter.h"
 
 #include <nlohmann/json.hpp>
@@ -88,20 +89,6 @@ std::string GetLastLine(std::string text)
     return text.substr(text.rfind('\n') + 1).substr(0, longest);
 }
 
-std::string DescribeEnd(const Platform::ChildRun& run, const RunOptions& options)
-{
-    switch (run.end)
-    {
-    case Platform::ChildRun::End::TimedOut:
-        return "it did not end within " +
-               std::to_string(std::chrono::duration_cast<std::chrono::seconds>(options.timeout).count()) + " seconds";
-    case Platform::ChildRun::End::Killed: return "its process was ended by " + run.reason;
-    case Platform::ChildRun::End::NotStarted: return "its process could not be started: " + run.reason;
-    case Platform::ChildRun::End::Exited: break;
-    }
-    return "its process ended with exit code " + std::to_string(run.exitCode);
-}
-
 std::optional<std::string> GetText(const nlohmann::json& json, const char* key)
 {
     if (!json.is_object() || !json.contains(key) || !json[key].is_string())
@@ -110,12 +97,12 @@ std::optional<std::string> GetText(const nlohmann::json& json, const char* key)
 }
 
 // A process that did not end by itself with 0 crashed, whatever it had told before.
-Outcome Judge(const Platform::ChildRun& run, const RunOptions& options)
+Outcome Judge(const Platform::ChildRun& run)
 {
     const auto told = ParseOutcome(run.output);
     if (run.end == Platform::ChildRun::End::Exited && run.exitCode == 0)
-        return told;
-    auto message = "expected the check to end, came that " + DescribeEnd(run, options);
+        return run.leftProcesses ? Outcome{Verdict::Failed, "expected no process to be left behind, came one"} : told;
+    auto message = "expected the check to end, came that its process " + tool::DescribeEnd(run);
     if (told.verdict == Verdict::Failed)
         message += "; before, it " + told.message;
     else if (const auto line = GetLastLine(run.errors); !line.empty())
@@ -134,11 +121,10 @@ Outcome MakeShowable(const Outcome& outcome)
 Outcome RunInChild(const PlannedCheck& planned, const RunOptions& options)
 {
     const auto start = std::chrono::steady_clock::now();
-    auto outcome = Judge(Platform::RunChild(Platform::GetProgramFile(),
-                                            {"check", "--child", planned.check->name, "--seed",
-                                             std::to_string(options.seed), "--", options.file.string()},
-                                            options.timeout),
-                         options);
+    auto outcome = Judge(Platform::RunChild(
+        Platform::GetProgramFile(),
+        {"check", "--child", planned.check->name, "--seed", std::to_string(options.seed), "--", options.file.string()},
+        options.timeout));
     outcome.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return outcome;
 }

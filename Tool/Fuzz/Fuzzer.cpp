@@ -3,6 +3,7 @@
 
 #include "Host/TextFile.h"
 #include "Platform/Environment.h"
+#include "Tool/ChildCode.h"
 #include "Tool/Fuzz/Shrink.h"
 
 #include <algorithm>
@@ -53,9 +54,13 @@ private:
     std::filesystem::path path_;
 };
 
-bool IsGood(const Platform::ChildRun& run)
+// Whether the module did something wrong: a process that could not be started, or its own complaint, says nothing of it.
+bool ShowsSomething(const Platform::ChildRun& run)
 {
-    return run.end == Platform::ChildRun::End::Exited && run.exitCode == 0;
+    if (run.end == Platform::ChildRun::End::NotStarted)
+        return false;
+    const auto code = tool::FindOwnCode(run);
+    return !code || *code == tool::AnswerIsNo;
 }
 
 // What a child says of itself: how many walks it began, the seed of the last of them, and then perhaps what went wrong.
@@ -83,9 +88,14 @@ Told Listen(const std::string& output)
     return told;
 }
 
+bool IsCrash(const Platform::ChildRun& run)
+{
+    return !tool::FindOwnCode(run);
+}
+
 std::string GetMessage(const Platform::ChildRun& run)
 {
-    return run.end == Platform::ChildRun::End::Exited ? Listen(run.output).message : DescribeEnd(run);
+    return tool::FindOwnCode(run) ? Listen(run.output).message : "the process of the walk " + tool::DescribeEnd(run);
 }
 
 // The processes of one run of the fuzzer: each thread takes the next sort of walks and the next seeds.
@@ -115,7 +125,7 @@ private:
         while (const Walk* const walk = TakeWalk())
         {
             const auto left = std::chrono::ceil<std::chrono::seconds>(deadline_ - Clock::now());
-            Judge(*walk, RunSlice(*walk, std::min(left, Slice)));
+            Judge(*walk, RunSlice(*walk, std::clamp(left, std::chrono::seconds(1), Slice)));
         }
     }
 
@@ -142,8 +152,7 @@ private:
         const auto told = Listen(run.output);
         const std::lock_guard guard(lock_);
         summary_.walks += told.walks;
-        summary_.steps += told.walks * StepsOfAWalk;
-        if (IsGood(run))
+        if (!ShowsSomething(run))
             return;
         const auto known = std::find(walks_.begin(), walks_.end(), &walk);
         if (known == walks_.end())
@@ -156,13 +165,13 @@ private:
     {
         check::Random random(told.seed);
         Replay replay{&walk, MakeSteps(walk, random, StepsOfAWalk)};
-        const bool crashed = run.end != Platform::ChildRun::End::Exited;
+        const bool crashed = IsCrash(run);
         Platform::ChildRun last;
         const auto stillFails = [&](const Replay& tried)
         {
             const ReplayFile file(tried);
             auto reproduced = Reproduce(options_.file, file.GetPath());
-            const bool fails = !IsGood(reproduced);
+            const bool fails = ShowsSomething(reproduced) && IsCrash(reproduced) == crashed;
             if (fails)
                 last = std::move(reproduced);
             return fails;
@@ -193,17 +202,9 @@ Summary Fuzz(const Options& options, const std::vector<const Walk*>& walks)
 
 Platform::ChildRun Reproduce(const std::filesystem::path& file, const std::filesystem::path& replay)
 {
-    return Platform::RunChild(Platform::GetProgramFile(),
-                              {"fuzz", "--in-process", "--reproduce", replay.string(), "--", file.string()}, Patience);
-}
-
-std::string DescribeEnd(const Platform::ChildRun& run)
-{
-    if (run.end == Platform::ChildRun::End::TimedOut)
-        return "the walk did not end in time";
-    if (run.end == Platform::ChildRun::End::Killed)
-        return "the process of the walk was ended by " + run.reason;
-    return "the process of the walk could not be started: " + run.reason;
+    return Platform::RunChild(
+        Platform::GetProgramFile(),
+        {"fuzz", "--child", "replay", "--in-process", "--reproduce", replay.string(), "--", file.string()}, Patience);
 }
 
 }  // namespace tvx::fuzz

@@ -34,7 +34,6 @@ struct Finding
 struct Summary
 {
     std::uint64_t walks = 0;
-    std::uint64_t steps = 0;
     std::vector<Finding> findings;
 };
 
@@ -45,10 +44,8 @@ constexpr std::size_t StepsOfAWalk = 200;
 // the arguments "fuzz --child WALK --seed N --seconds N -- FILE". A sort of walks that found something is not gone again.
 Summary Fuzz(const Options& options, const std::vector<const Walk*>& walks);
 
-// Follows one walk in a process of its own: this program with "fuzz --in-process --reproduce REPLAY -- FILE".
+// Follows one walk in a process of its own: this program with
+// "fuzz --child replay --in-process --reproduce REPLAY -- FILE".
 Platform::ChildRun Reproduce(const std::filesystem::path& file, const std::filesystem::path& replay);
-
-// What a child that ended in another way than by an exit code did.
-std::string DescribeEnd(const Platform::ChildRun& run);
 
 }  // namespace tvx::fuzz
