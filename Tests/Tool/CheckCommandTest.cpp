@@ -61,7 +61,8 @@ TEST(CheckCommand, SkipsWhatTheModuleDoesNotOffer)
     const auto file = GetRealModule("TVXJsonSerializer").string();
     const auto run = Check(file, {"--json", "--only", Pattern});
     EXPECT_EQ(run.exitCode, 0);
-    for (const auto& check : Json::parse(run.output)["checks"])
+    const auto report = Json::parse(run.output);
+    for (const auto& check : report["checks"])
     {
         EXPECT_EQ(check["result"], "skipped");
         EXPECT_EQ(check["message"],
@@ -109,7 +110,8 @@ TEST(CheckCommand, ListsItsChecksWithoutAModule)
 TEST(CheckCommand, NamesItsChecksInOneWay)
 {
     const std::regex kebab("[a-z0-9]+(-[a-z0-9]+)+");
-    for (const auto& check : Json::parse(RunTvx({"check", "--list", "--json"}).output)["checks"])
+    const auto list = Json::parse(RunTvx({"check", "--list", "--json"}).output);
+    for (const auto& check : list["checks"])
     {
         EXPECT_TRUE(std::regex_match(check["name"].get<std::string>(), kebab)) << check["name"];
         EXPECT_TRUE(check["description"].get<std::string>().ends_with(".")) << check["name"];
