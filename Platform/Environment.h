@@ -2,6 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 namespace tvx::Platform
 {
@@ -17,5 +19,11 @@ std::filesystem::path GetProgramFolder();
 
 // Sets a variable of this process's environment; a null value removes it. Nobody else may be reading the environment meanwhile.
 void SetVariable(const char* name, const char* value);
+
+// The variables of this process as "NAME=value", in the system's order.
+std::vector<std::string> GetVariables();
+
+// Where this process and those that it starts make temporary files from now on. As SetVariable.
+void SetTemporaryFolder(const std::filesystem::path& folder);
 
 }  // namespace tvx::Platform

@@ -2,11 +2,13 @@
 #include "Host/ModuleFile.h"
 #include "Host/TextFile.h"
 #include "Platform/ChildProcess.h"
+#include "Platform/Environment.h"
 #include "Tool/Checks/Families.h"
 #include "Tool/Checks/Report.h"
 #include "Tool/Checks/Run.h"
 #include "Tool/Commands.h"
 #include "Tool/DocumentPrinter.h"
+#include "Tool/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -102,14 +104,9 @@ ExitCode CheckAsChild(const CheckOptions& options)
 
 ExitCode GetExitCode(const check::Report& report)
 {
-    const auto isUnloadable = [](const check::Finding& finding)
-    {
-        return finding.outcome.verdict == check::Verdict::Failed &&
-               finding.planned.check->name == std::string_view(check::LoadCheckName);
-    };
-    if (report.Count(check::Verdict::Crashed) > 0)
+    if (report.Count(check::Verdict::Crashed) > 0 || report.load == check::Verdict::Crashed)
         return Misbehaved;
-    if (std::any_of(report.findings.begin(), report.findings.end(), isUnloadable))
+    if (report.load == check::Verdict::Failed)
         return CannotRead;
     return report.Count(check::Verdict::Failed) > 0 ? AnswerIsNo : Ok;
 }
@@ -142,7 +139,7 @@ private:
 check::Report Run(const CheckOptions& options, const Console& console, const std::vector<check::PlannedCheck>& plan,
                   bool isTerminal)
 {
-    check::Report report{host::DisplayName(options.file), options.seed, 0, {}};
+    check::Report report{host::DisplayName(options.file), options.seed, 0, {}, check::Verdict::Passed};
     Progress progress(console, isTerminal, plan.size());
     const check::RunOptions run{options.file, options.seed, options.jobs, std::chrono::seconds(options.timeout)};
     const check::TellFinding tell = [&](const check::Finding& finding)
@@ -151,16 +148,23 @@ check::Report Run(const CheckOptions& options, const Console& console, const std
         if (!options.json)
             progress.Tell(finding);
     };
+    // What checks leave behind that fail or crash goes with it.
+    const TemporaryFolder scratch;
+    Platform::SetTemporaryFolder(scratch.GetPath());
     const auto start = std::chrono::steady_clock::now();
     const UntimelyEnd untimely;
-    if (options.inProcess)
-        check::RunInThisProcess(plan, run, console.GetOutput(), tell);
-    else
-        check::RunInChildren(plan, run, tell);
+    report.load = options.inProcess ? check::RunInThisProcess(plan, run, console.GetOutput(), tell)
+                                    : check::RunInChildren(plan, run, tell);
     report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (!options.json)
         progress.End();
     return report;
+}
+
+// Also before there is a report: a file that cannot be written is not to be told of only in the end.
+host::Outcome<std::size_t> WriteJUnit(const CheckOptions& options, const check::Report& report)
+{
+    return options.junit.empty() ? 0 : host::WriteTextFile(options.junit, check::ToJUnit(report));
 }
 
 ExitCode Check(const CheckOptions& options, const std::vector<check::PlannedCheck>& plan)
@@ -169,11 +173,12 @@ ExitCode Check(const CheckOptions& options, const std::vector<check::PlannedChec
     const Console console;
     if (const auto file = host::ModuleFile::Open(options.file); !file)
         return console.Fail(file.GetError());
+    if (const auto written = WriteJUnit(options, {}); !written)
+        return console.Fail(written.GetError());
     const auto report = Run(options, console, plan, isTerminal);
-    console.Print(options.json ? PrintJson(check::ToJson(report)) : check::DescribeSummary(report));
-    if (options.junit.empty())
-        return GetExitCode(report);
-    if (const auto written = host::WriteTextFile(options.junit, check::ToJUnit(report)); !written)
+    console.Print(options.json ? PrintJson(check::ToJson(report))
+                               : check::DescribeSkipped(report) + check::DescribeSummary(report));
+    if (const auto written = WriteJUnit(options, report); !written)
         return console.Fail(written.GetError());
     return GetExitCode(report);
 }
@@ -224,7 +229,9 @@ void AddRunning(CLI::App& command, CheckOptions& options)
     command.add_option("--timeout", options.timeout, "How long one check may take")
         ->type_name("SECONDS")
         ->check(CLI::Range(1u, 86'400u));
-    command.add_option("--seed", options.seed, "What random sequences begin with")->type_name("N");
+    command.add_option("--seed", options.seed, "What random sequences begin with")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
     command.add_flag("--in-process", options.inProcess, "Run all checks in this process, for a debugger");
     command.add_option("--child", options.child)->group("");
 }

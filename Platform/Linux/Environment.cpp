@@ -3,6 +3,8 @@
 
 #include <cstdlib>
 
+#include <unistd.h>
+
 namespace tvx::Platform
 {
 
@@ -25,6 +27,19 @@ void SetVariable(const char* name, const char* value)
         unsetenv(name);
     else
         setenv(name, value, 1);
+}
+
+std::vector<std::string> GetVariables()
+{
+    std::vector<std::string> variables;
+    for (const char* const* variable = environ; variable != nullptr && *variable != nullptr; ++variable)
+        variables.emplace_back(*variable);
+    return variables;
+}
+
+void SetTemporaryFolder(const std::filesystem::path& folder)
+{
+    SetVariable("TMPDIR", folder.c_str());
 }
 
 }  // namespace tvx::Platform

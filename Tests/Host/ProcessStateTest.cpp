@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/DynamicLibrary.h"
-#include "Platform/EnvironmentVariables.h"
+#include "Platform/Environment.h"
 #include "Platform/MappedFiles.h"
 #include "Platform/Threads.h"
 #include "Tests/Support/ScratchFolder.h"
@@ -82,9 +82,9 @@ TEST(Threads, AreCountedWhileTheyLive)
 TEST(EnvironmentVariables, AreNamesWithValues)
 {
     ASSERT_EQ(setenv("TVX_TEST_VARIABLE", "a=b c", 1), 0);
-    EXPECT_THAT(Platform::GetEnvironmentVariables(), testing::Contains("TVX_TEST_VARIABLE=a=b c"));
+    EXPECT_THAT(Platform::GetVariables(), testing::Contains("TVX_TEST_VARIABLE=a=b c"));
     ASSERT_EQ(unsetenv("TVX_TEST_VARIABLE"), 0);
-    EXPECT_THAT(Platform::GetEnvironmentVariables(), testing::Not(testing::Contains("TVX_TEST_VARIABLE=a=b c")));
+    EXPECT_THAT(Platform::GetVariables(), testing::Not(testing::Contains("TVX_TEST_VARIABLE=a=b c")));
 }
 
 }  // namespace

@@ -44,6 +44,11 @@ CheckRun Check(const std::filesystem::path& file, const char* timeout, const std
     return checked;
 }
 
+std::filesystem::path GetBadModule(const std::string& name)
+{
+    return std::filesystem::path(TVX_BAD_MODULE_FOLDER) / (name + ".tvxlib");
+}
+
 class BadModules : public testing::TestWithParam<BadModule>
 {
 };
@@ -51,14 +56,22 @@ class BadModules : public testing::TestWithParam<BadModule>
 TEST_P(BadModules, AreFoundByExactlyTheChecksThatShouldFindThem)
 {
     const auto& [name, exitCode, findings, selection, timeout] = GetParam();
-    const auto file = std::filesystem::path(TVX_BAD_MODULE_FOLDER) / (std::string(name) + ".tvxlib");
-    const auto run = Check(file, timeout, selection);
+    const auto run = Check(GetBadModule(name), timeout, selection);
     EXPECT_EQ(run.findings, findings) << run.messages;
     EXPECT_EQ(run.exitCode, exitCode);
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, BadModules, testing::ValuesIn(GetBadModules()),
                          [](const testing::TestParamInfo<BadModule>& row) { return std::string(row.param.name); });
+
+// The exit code of a module that cannot be loaded does not depend on what was selected.
+TEST(UnloadableModules, AreToldSoWhateverIsSelected)
+{
+    const std::vector<std::string> selection = {"document"};
+    EXPECT_EQ(Check(GetBadModule("NeedsMissingFunction"), "60", selection).exitCode, 3);
+    EXPECT_EQ(Check(GetBadModule("CrashesAtLoad"), "60", selection).exitCode, 4);
+    EXPECT_EQ(Check(GetBadModule("CrashesAtLoad"), "60", selection).findings, std::set<std::string>());
+}
 
 TEST(RealModules, NoCheckFindsAnythingInTheGenericPlugins)
 {

@@ -24,6 +24,14 @@ ProgramRun Check(const std::string& file, Arguments arguments)
     return RunTvx(std::move(arguments));
 }
 
+// Where temporary files go.
+Program WithTemporaryFolder(const std::filesystem::path& folder)
+{
+    Program program;
+    program.environment["TMPDIR"] = folder.string();
+    return program;
+}
+
 std::set<std::string> GetNames(const Json& report)
 {
     std::set<std::string> names;
@@ -131,13 +139,29 @@ TEST(CheckCommand, WritesWhatSystemsThatShowTestsRead)
                                  "<testcase classname=\"exports\" name=\"export-", "</testsuites>"}));
 }
 
-TEST(CheckCommand, FailsWhereItsReportCannotBeWritten)
+// Before anything is run: minutes later it would be too late.
+TEST(CheckCommand, RefusesAtOnceAFileThatItsReportCannotBeWrittenTo)
 {
-    const auto run =
-        Check(GetRealModule("TVXGenericPlugins").string(), {"--only", Pattern, "--junit", "/no/such/folder/check.xml"});
-    EXPECT_EQ(run.exitCode, 3);
-    EXPECT_TRUE(HasInOrder(run.errors, {"tvx: /no/such/folder/check.xml "}));
-    EXPECT_NE(run.output.find("passed"), std::string::npos) << "what was found is not lost";
+    const auto file = GetRealModule("TVXGenericPlugins").string();
+    EXPECT_TRUE(RefusedInOneLine(Check(file, {"--junit", "/no/such/folder/check.xml"}), 3,
+                                 "/no/such/folder/check.xml "));
+}
+
+TEST(CheckCommand, LeavesNothingBehind)
+{
+    const ScratchFolder folder;
+    const auto file = GetRealModule("TVXGenericPlugins").string();
+    const auto run = RunTvx({"check", file, "--only", "logger", "--only", "load-works-under-another-name"},
+                            WithTemporaryFolder(folder.GetPath()));
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_TRUE(std::filesystem::is_empty(folder.GetPath()));
+}
+
+TEST(CheckCommand, BlamesNoModuleForItsOwnSurroundings)
+{
+    const auto file = GetRealModule("TVXGenericPlugins").string();
+    EXPECT_TRUE(RefusedInOneLine(RunTvx({"check", file, "--only", "logger"}, WithTemporaryFolder("/no/such/folder")), 3,
+                                 "filesystem error: temp_directory_path: "));
 }
 
 TEST(CheckCommand, RefusesWhatIsNoFile)
@@ -157,6 +181,7 @@ TEST(CheckCommand, RefusesWrongUsageInOneLine)
     EXPECT_TRUE(RefusedInOneLine(Check(file, {"--exclude", "*"}), 2, "no check has a name or a class"));
     EXPECT_TRUE(RefusedInOneLine(Check(file, {"--jobs", "0"}), 2, "--jobs: "));
     EXPECT_TRUE(RefusedInOneLine(Check(file, {"--timeout", "x"}), 2, ""));
+    EXPECT_TRUE(RefusedInOneLine(Check(file, {"--seed", "-1"}), 2, "--seed: "));
     EXPECT_TRUE(RefusedInOneLine(Check(file, {"--list"}), 2, ""));
 }
 

@@ -12,8 +12,9 @@ class Trial;
 // What has to be there before a check can begin.
 enum class Needs
 {
-    File,    // the module's file: none of its code runs, or the check loads it itself
-    Module,  // the module, loaded
+    File,     // the module's file: none of its code runs
+    Loading,  // a file that the system loads; the check does so itself
+    Module,   // the module, loaded
 };
 
 // One promise of a module, tried out. The name is for people's lists of what to run and to leave out: it never changes.

@@ -12,6 +12,7 @@ extern const Family DocumentElementFamily;
 extern const Family DocumentTextFamily;
 extern const Family PublishedDocumentFamily;
 
+extern const Family LoadFileFamily;
 extern const Family LoadFamily;
 extern const Family LoadOutputFamily;
 extern const Family LoadPlaceFamily;
@@ -197,6 +198,7 @@ constexpr std::array Families = {
     &DocumentElementFamily,
     &DocumentTextFamily,
     &PublishedDocumentFamily,
+    &LoadFileFamily,
     &LoadFamily,
     &LoadOutputFamily,
     &LoadPlaceFamily,

@@ -83,6 +83,6 @@ constexpr Check Checks[] = {
 
 }  // namespace
 
-extern const Family LoadOutputFamily = {"load", nullptr, Needs::File, Checks};
+extern const Family LoadOutputFamily = {"load", nullptr, Needs::Loading, Checks};
 
 }  // namespace tvx::check

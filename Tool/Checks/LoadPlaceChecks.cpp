@@ -37,7 +37,7 @@ void LoadsFromAnotherFolder(Trial& trial)
 {
     const auto ids = GetGivenIds(trial);
     const auto file = std::filesystem::absolute(trial.GetFile());
-    const TemporaryFolder folder(trial);
+    const tool::TemporaryFolder folder;
     const Visit visit(trial, folder.GetPath());
     auto module = LoadQuietly(trial, file);
     const auto given = UseExports(module, ids);
@@ -61,8 +61,8 @@ bool CanBeLoaded(Trial& trial, const std::filesystem::path& copy)
 void LoadsUnderAnotherName(Trial& trial)
 {
     const auto ids = GetGivenIds(trial);
-    const TemporaryFolder folder(trial);
-    const auto copy = folder.Copy(trial, "another name.tvxlib");
+    const tool::TemporaryFolder folder;
+    const auto copy = CopyModule(trial, folder, "another name.tvxlib");
     if (!CanBeLoaded(trial, copy))
         return;
     auto module = LoadQuietly(trial, copy);
@@ -75,9 +75,9 @@ void LoadsUnderAnotherName(Trial& trial)
 void KeepsApartFromACopy(Trial& trial)
 {
     const auto ids = GetGivenIds(trial);
-    const TemporaryFolder folder(trial);
+    const tool::TemporaryFolder folder;
     auto module = LoadQuietly(trial);
-    auto copy = LoadQuietly(trial, folder.Copy(trial, "copy.tvxlib"));
+    auto copy = LoadQuietly(trial, CopyModule(trial, folder, "copy.tvxlib"));
     for (const auto& id : ids)
     {
         const auto object = module.Ask(id);
@@ -104,6 +104,6 @@ constexpr Check Checks[] = {
 
 }  // namespace
 
-extern const Family LoadPlaceFamily = {"load", nullptr, Needs::File, Checks};
+extern const Family LoadPlaceFamily = {"load", nullptr, Needs::Loading, Checks};
 
 }  // namespace tvx::check

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/AddressOrigin.h"
-#include "Platform/EnvironmentVariables.h"
+#include "Platform/Environment.h"
 #include "Tool/Checks/LoadedFile.h"
 #include "Tool/Checks/PublishedExports.h"
 
@@ -105,7 +105,7 @@ void LeavesAlone(Trial& trial)
 
 std::set<std::string> ReadVariables()
 {
-    const auto variables = Platform::GetEnvironmentVariables();
+    const auto variables = Platform::GetVariables();
     return {variables.begin(), variables.end()};
 }
 
@@ -159,6 +159,6 @@ constexpr Check Checks[] = {
 
 }  // namespace
 
-extern const Family LoadSurroundingsFamily = {"load", nullptr, Needs::File, Checks};
+extern const Family LoadSurroundingsFamily = {"load", nullptr, Needs::Loading, Checks};
 
 }  // namespace tvx::check

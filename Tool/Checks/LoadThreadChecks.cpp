@@ -165,6 +165,6 @@ constexpr Check Checks[] = {
 
 }  // namespace
 
-extern const Family LoadThreadFamily = {"load", nullptr, Needs::File, Checks};
+extern const Family LoadThreadFamily = {"load", nullptr, Needs::Loading, Checks};
 
 }  // namespace tvx::check

@@ -8,8 +8,6 @@
 #include "Platform/MappedFiles.h"
 #include "Tool/Checks/PublishedExports.h"
 
-#include <random>
-
 namespace tvx::check
 {
 
@@ -119,25 +117,10 @@ void ExpectUnmapped(Trial& trial, const std::filesystem::path& file, const std::
     trial.Expect(!Platform::IsMapped(file), "no part of the module in memory " + when, "a part that is still mapped");
 }
 
-TemporaryFolder::TemporaryFolder(Trial& trial)
-{
-    std::random_device random;
-    std::error_code failed;
-    path_ = std::filesystem::temp_directory_path(failed) / ("tvx-check-" + std::to_string(random()));
-    if (failed || !std::filesystem::create_directory(path_, failed))
-        trial.Skip("no folder for temporary files can be made");
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
-std::filesystem::path TemporaryFolder::Copy(Trial& trial, const std::string& name) const
+std::filesystem::path CopyModule(Trial& trial, const tool::TemporaryFolder& folder, const std::string& name)
 {
     std::error_code failed;
-    auto copy = path_ / name;
+    auto copy = folder.GetPath() / name;
     if (!std::filesystem::copy_file(trial.GetFile(), copy, failed))
         trial.Skip("the module's file cannot be copied: " + failed.message());
     return copy;

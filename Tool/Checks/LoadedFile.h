@@ -4,6 +4,7 @@
 #include "Interfaces/Module.h"
 #include "Platform/DynamicLibrary.h"
 #include "Tool/Checks/Trial.h"
+#include "Tool/TemporaryFolder.h"
 
 #include <filesystem>
 #include <string>
@@ -48,22 +49,7 @@ std::size_t UseExports(const LoadedFile& module, const std::vector<std::string>&
 // Fails the check when the file is still in the memory of the process.
 void ExpectUnmapped(Trial& trial, const std::filesystem::path& file, const std::string& when);
 
-// A folder of one check alone, gone with its content when the check ends.
-class TemporaryFolder
-{
-public:
-    explicit TemporaryFolder(Trial& trial);
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::filesystem::path& GetPath() const { return path_; }
-
-    // A copy of the module's file in it.
-    std::filesystem::path Copy(Trial& trial, const std::string& name) const;
-
-private:
-    std::filesystem::path path_;
-};
+// A copy of the module's file in another folder, under another name.
+std::filesystem::path CopyModule(Trial& trial, const tool::TemporaryFolder& folder, const std::string& name);
 
 }  // namespace tvx::check

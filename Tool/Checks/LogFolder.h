@@ -2,12 +2,12 @@
 #pragma once
 
 #include "Platform/Environment.h"
+#include "Tool/TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -19,34 +19,24 @@ namespace tvx::check
 class LogFolder
 {
 public:
-    LogFolder() : before_(std::filesystem::current_path())
-    {
-        std::random_device random;
-        const auto parent = std::filesystem::temp_directory_path();
-        do
-        {
-            path_ = parent / ("tvx-check-" + std::to_string(random()));
-        } while (!std::filesystem::create_directory(path_));
-        std::filesystem::current_path(path_);
-    }
+    LogFolder() : before_(std::filesystem::current_path()) { std::filesystem::current_path(folder_.GetPath()); }
 
     ~LogFolder()
     {
         std::error_code ignored;
         std::filesystem::current_path(before_, ignored);
-        std::filesystem::remove_all(path_, ignored);
     }
 
     LogFolder(const LogFolder&) = delete;
     LogFolder& operator=(const LogFolder&) = delete;
 
-    bool IsEmpty() const { return std::filesystem::is_empty(path_); }
-    bool Has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
+    bool IsEmpty() const { return std::filesystem::is_empty(folder_.GetPath()); }
+    bool Has(const std::string& name) const { return std::filesystem::exists(folder_.GetPath() / name); }
 
     // Empty for a file that is not there.
     std::string Read(const std::string& name) const
     {
-        std::ifstream stream(path_ / name, std::ios::binary);
+        std::ifstream stream(folder_.GetPath() / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
 
@@ -59,14 +49,14 @@ public:
     // Behind what is in the file.
     bool Append(const std::string& name, std::string_view text) const
     {
-        std::ofstream stream(path_ / name, std::ios::binary | std::ios::app);
+        std::ofstream stream(folder_.GetPath() / name, std::ios::binary | std::ios::app);
         stream << text << std::flush;
         return stream.good();
     }
 
 private:
+    tool::TemporaryFolder folder_;
     std::filesystem::path before_;
-    std::filesystem::path path_;
 };
 
 // A variable of the environment that is there as long as this lives. Only for names that nobody else uses.

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <map>
 
 namespace tvx::check
 {
@@ -59,8 +60,21 @@ std::string DescribeFinding(const Finding& finding, bool colours)
     if (outcome.verdict == Verdict::Passed)
         return text;
     text += fmt::format("         {}\n", outcome.message);
-    if (outcome.verdict != Verdict::Skipped)
-        text += fmt::format("         rule: {}\n", planned.check->rule);
+    text += fmt::format("         rule: {}\n", planned.check->rule);
+    return text;
+}
+
+std::string DescribeSkipped(const Report& report)
+{
+    std::map<std::string, std::size_t> reasons;
+    for (const auto& finding : report.findings)
+    {
+        if (finding.outcome.verdict == Verdict::Skipped)
+            ++reasons[finding.outcome.message];
+    }
+    std::string text;
+    for (const auto& [reason, count] : reasons)
+        text += fmt::format("skipped  {} checks: {}\n", count, reason);
     return text;
 }
 

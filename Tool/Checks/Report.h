@@ -19,6 +19,7 @@ struct Report
     std::uint64_t seed = 1;
     double seconds = 0;
     std::vector<Finding> findings;
+    Verdict load = Verdict::Passed;  // what came of loading the module, whether that was selected or not
 
     std::size_t Count(Verdict verdict) const;
 };
@@ -27,6 +28,9 @@ struct Report
 // plain text; colours are the sequences that terminals know.
 std::string DescribeFinding(const Finding& finding, bool colours);
 std::string DescribeSummary(const Report& report);
+
+// For people: how many checks were skipped, and why.
+std::string DescribeSkipped(const Report& report);
 
 // For programs; Docs/Schemas/check-report.schema.json says which JSON.
 nlohmann::ordered_json ToJson(const Report& report);

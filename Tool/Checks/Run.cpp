@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <exception>
+#include <optional>
 #include <string_view>
 
 namespace tvx::check
@@ -13,7 +14,26 @@ namespace tvx::check
 namespace
 {
 
-// Each check has numbers of its own, whichever others run: so it can be repeated alone.
+void Follow(const PlannedCheck& planned, Trial& trial)
+{
+    if (planned.family->needs == Needs::Module)
+        static_cast<void>(trial.TakeOutput([&] { trial.Load(); }));  // what it writes has checks of its own
+    planned.check->run(trial);
+    trial.ExpectSilence("what is left of the check");
+}
+
+// A check that passed says what it tried, one that passed with a warning says that.
+Outcome Complete(const PlannedCheck& planned, const Trial& trial, Outcome outcome)
+{
+    if (outcome.verdict != Verdict::Passed)
+        return outcome;
+    if (trial.GetWarning())
+        return {Verdict::Warning, *trial.GetWarning()};
+    return {Verdict::Passed, planned.check->description};
+}
+
+}  // namespace
+
 std::uint64_t MixSeed(std::uint64_t seed, std::string_view name)
 {
     std::uint64_t mixed = 14695981039346656037u ^ seed;
@@ -22,27 +42,19 @@ std::uint64_t MixSeed(std::uint64_t seed, std::string_view name)
     return mixed;
 }
 
-void Prepare(const Family& family, Trial& trial)
-{
-    if (family.needs == Needs::File)
-        return;
-    trial.Load();
-    static_cast<void>(trial.TakeOutput());  // what it writes while it is loaded has checks of its own
-}
-
-Outcome Try(const Family& family, const Check& check, Trial& trial)
+Outcome TryOut(const std::function<void()>& deed)
 try
 {
-    Prepare(family, trial);
-    check.run(trial);
-    trial.ExpectSilence("what is left of the check");
-    if (trial.GetWarning())
-        return {Verdict::Warning, *trial.GetWarning()};
-    return {Verdict::Passed, check.description};
+    deed();
+    return {};
 }
 catch (const Ending& ending)
 {
     return ending.outcome;
+}
+catch (const std::filesystem::filesystem_error& failure)  // of the checks: no operation has a reason to throw this one
+{
+    return {Verdict::Skipped, host::MakeOneLine(failure.what())};
 }
 catch (const std::exception& thrown)
 {
@@ -55,23 +67,23 @@ catch (...)
     return {Verdict::Failed, "expected that no exception leaves an operation of the module, came one"};
 }
 
-}  // namespace
-
-void Run(const PlannedCheck& planned, const std::filesystem::path& file, std::uint64_t seed,
-         const Platform::OutputDiversion& output, const TellOutcome& tell)
+Outcome Run(const PlannedCheck& planned, const std::filesystem::path& file, std::uint64_t seed,
+            const Platform::OutputDiversion& output)
 {
     const auto start = std::chrono::steady_clock::now();
     Trial trial(file, MixSeed(seed, planned.check->name), output);
-    auto outcome = Try(*planned.family, *planned.check, trial);
+    auto outcome = Complete(planned, trial, TryOut([&] { Follow(planned, trial); }));
     outcome.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    tell(outcome);
+    return outcome;
 }
 
 void RunAlone(const PlannedCheck& planned, const std::filesystem::path& file, std::uint64_t seed,
-              const Platform::OutputDiversion& output, const TellOutcome& tellAndEnd)
+              const Platform::OutputDiversion& output, const std::function<void(const Outcome&)>& tellAndEnd)
 {
-    Trial trial(file, MixSeed(seed, planned.check->name), output, tellAndEnd);
-    tellAndEnd(Try(*planned.family, *planned.check, trial));
+    std::optional<Trial> trial;
+    const auto tell = [&](const Outcome& outcome) { tellAndEnd(Complete(planned, *trial, outcome)); };
+    trial.emplace(file, MixSeed(seed, planned.check->name), output, tell);
+    tell(TryOut([&] { Follow(planned, *trial); }));
 }
 
 }  // namespace tvx::check

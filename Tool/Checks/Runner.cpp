@@ -5,6 +5,7 @@
 #include "Host/PluginDocument.h"
 #include "Platform/ChildProcess.h"
 #include "Platform/Environment.h"
+#include "Tool/Checks/Families.h"
 #include "Tool/Checks/Run.h"
 #include "Tool/ChildCode.h"
 #include "Tool/DocumentPrinter.h"
@@ -14,8 +15,9 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <mutex>
+#include <future>
 #include <optional>
+#include <stdexcept>
 #include <thread>
 
 namespace tvx::check
@@ -26,58 +28,54 @@ namespace
 
 constexpr std::array VerdictNames = {"passed", "failed", "crashed", "skipped", "warning"};
 
-// Findings come in any order and are told in that of the plan.
-class Orderly
+// How a check is run, in a process of its own or in this one.
+using RunCheck = std::function<Outcome(const PlannedCheck&)>;
+
+const PlannedCheck& GetLoadCheck()
+{
+    static const auto plan = MakePlan(GetFamilies(), {{LoadCheckName}, {}});
+    return plan.front();
+}
+
+// What is known of a module before its checks are run: what it offers, and whether it can be loaded, which is tried first.
+// Where that tells what a check would come to, the check is not run.
+class Gate
 {
 public:
-    Orderly(const std::vector<PlannedCheck>& plan, const TellFinding& tell)
-        : plan_(plan),
-          tell_(tell),
-          outcomes_(plan.size())
+    Gate(const std::filesystem::path& file, const RunCheck& run)
+        : document_(host::ReadPluginDocument(file)),
+          load_(run(GetLoadCheck()))
     {
     }
 
-    void Add(std::size_t place, Outcome outcome)
+    const Outcome& GetLoad() const { return load_; }
+
+    std::optional<Outcome> FindOutcome(const PlannedCheck& planned) const
     {
-        const std::lock_guard guard(lock_);
-        outcomes_[place] = std::move(outcome);
-        for (; told_ < plan_.size() && outcomes_[told_]; ++told_)
-            tell_({plan_[told_], *outcomes_[told_]});
+        if (planned.check == GetLoadCheck().check)
+            return load_;
+        const bool isLoaded = load_.verdict == Verdict::Passed || planned.family->needs == Needs::File;
+        if (!isLoaded)
+            return Outcome{Verdict::Skipped, std::string("the module cannot be loaded, as ") + LoadCheckName + " says"};
+        return Refuse(planned.family->exportId);
     }
 
 private:
-    const std::vector<PlannedCheck>& plan_;
-    const TellFinding& tell_;
-    std::mutex lock_;
-    std::vector<std::optional<Outcome>> outcomes_;
-    std::size_t told_ = 0;
-};
-
-// What the module offers, from its document. A check of something else needs no process to be skipped.
-class Offer
-{
-public:
-    explicit Offer(const std::filesystem::path& file) : document_(host::ReadPluginDocument(file)) {}
-
-    std::optional<Outcome> Refuse(const Family& family) const
+    std::optional<Outcome> Refuse(const char* exportId) const
     {
-        if (family.exportId == nullptr)
+        if (exportId == nullptr)
             return std::nullopt;
         if (!document_)
             return Outcome{Verdict::Skipped, document_.GetError().message};
-        if (!Has(family.exportId))
-            return Outcome{Verdict::Skipped, std::string("the module does not offer ") + family.exportId};
+        const bool isOffered = std::any_of(document_->exports.begin(), document_->exports.end(),
+                                           [&](const host::Export& entry) { return entry.id == exportId; });
+        if (!isOffered)
+            return Outcome{Verdict::Skipped, std::string("the module does not offer ") + exportId};
         return std::nullopt;
     }
 
-private:
-    bool Has(std::string_view id) const
-    {
-        return std::any_of(document_->exports.begin(), document_->exports.end(),
-                           [&](const host::Export& entry) { return entry.id == id; });
-    }
-
     host::Outcome<host::PluginDocument> document_;
+    Outcome load_;
 };
 
 // The last line that a child wrote to standard error, which often says why it crashed.
@@ -96,9 +94,12 @@ std::optional<std::string> GetText(const nlohmann::json& json, const char* key)
     return json[key].get<std::string>();
 }
 
-// A process that did not end by itself with 0 crashed, whatever it had told before.
+// A process that did not end by itself with 0 crashed, whatever it had told before; one that could not be started says nothing
+// of the module.
 Outcome Judge(const Platform::ChildRun& run)
 {
+    if (run.end == Platform::ChildRun::End::NotStarted)
+        throw std::runtime_error("a process for a check " + tool::DescribeEnd(run));
     const auto told = ParseOutcome(run.output);
     if (run.end == Platform::ChildRun::End::Exited && run.exitCode == 0)
         return run.leftProcesses ? Outcome{Verdict::Failed, "expected no process to be left behind, came one"} : told;
@@ -129,6 +130,18 @@ Outcome RunInChild(const PlannedCheck& planned, const RunOptions& options)
     return outcome;
 }
 
+// Whatever goes wrong on the way is told where the outcome is asked for.
+void Keep(std::promise<Outcome>& promise, const Gate& gate, const RunCheck& run, const PlannedCheck& planned)
+try
+{
+    const auto known = gate.FindOutcome(planned);
+    promise.set_value(known ? *known : run(planned));
+}
+catch (...)
+{
+    promise.set_exception(std::current_exception());
+}
+
 }  // namespace
 
 const char* GetName(Verdict verdict)
@@ -155,41 +168,45 @@ Outcome ParseOutcome(const std::string& text)
     return {static_cast<Verdict>(found - VerdictNames.begin()), *message};
 }
 
-void RunInChildren(const std::vector<PlannedCheck>& plan, const RunOptions& options, const TellFinding& tell)
+Outcome TryToLoad(const RunOptions& options)
 {
-    const Offer offer(options.file);
-    Orderly findings(plan, tell);
-    std::atomic<std::size_t> next = 0;
-    const auto work = [&]
-    {
-        for (auto place = next++; place < plan.size(); place = next++)
-        {
-            const auto refused = offer.Refuse(*plan[place].family);
-            findings.Add(place, refused ? *refused : RunInChild(plan[place], options));
-        }
-    };
-    std::vector<std::jthread> workers;
-    for (unsigned job = 1; job < options.jobs; ++job)
-        workers.emplace_back(work);
-    work();
+    return RunInChild(GetLoadCheck(), options);
 }
 
-void RunInThisProcess(const std::vector<PlannedCheck>& plan, const RunOptions& options,
-                      const Platform::OutputDiversion& output, const TellFinding& tell)
+Verdict RunInChildren(const std::vector<PlannedCheck>& plan, const RunOptions& options, const TellFinding& tell)
 {
-    const Offer offer(options.file);
+    const RunCheck run = [&](const PlannedCheck& planned) { return RunInChild(planned, options); };
+    const Gate gate(options.file, run);
+    std::vector<std::promise<Outcome>> promises(plan.size());
+    std::vector<std::future<Outcome>> outcomes;
+    for (auto& promise : promises)
+        outcomes.push_back(promise.get_future());
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&](const std::stop_token& stop)
+    {
+        for (auto place = next++; place < plan.size() && !stop.stop_requested(); place = next++)
+            Keep(promises[place], gate, run, plan[place]);
+    };
+    std::vector<std::jthread> workers;
+    for (unsigned job = 0; job < options.jobs; ++job)
+        workers.emplace_back(work);
+    for (std::size_t place = 0; place < plan.size(); ++place)
+        tell({plan[place], outcomes[place].get()});
+    return gate.GetLoad().verdict;
+}
+
+Verdict RunInThisProcess(const std::vector<PlannedCheck>& plan, const RunOptions& options,
+                         const Platform::OutputDiversion& output, const TellFinding& tell)
+{
+    const RunCheck run = [&](const PlannedCheck& planned)
+    { return MakeShowable(Run(planned, options.file, options.seed, output)); };
+    const Gate gate(options.file, run);
     for (const auto& planned : plan)
     {
-        if (const auto refused = offer.Refuse(*planned.family))
-        {
-            tell({planned, *refused});
-            continue;
-        }
-        Run(planned, options.file, options.seed, output,
-            [&](const Outcome& outcome) {
-                tell({planned, MakeShowable(outcome)});
-            });
+        const auto known = gate.FindOutcome(planned);
+        tell({planned, known ? *known : run(planned)});
     }
+    return gate.GetLoad().verdict;
 }
 
 }  // namespace tvx::check

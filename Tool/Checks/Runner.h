@@ -28,16 +28,21 @@ struct RunOptions
     std::chrono::milliseconds timeout{10'000};  // for one check
 };
 
-// Is told of each finding, in the order of the plan.
+// Is told of each finding, in the order of the plan, on the thread that asked for the run.
 using TellFinding = std::function<void(const Finding&)>;
 
 // Runs each check in a process of its own: this program with the arguments "check --child NAME -- FILE", of which the
 // standard output is what DescribeOutcome gives. Whatever a check does, its process is all that it can take with it.
-void RunInChildren(const std::vector<PlannedCheck>& plan, const RunOptions& options, const TellFinding& tell);
+// Gives what came of loading the module, which is tried first, selected or not: no other check that needs it is run where
+// that does not pass. Throws std::runtime_error when a process cannot be started.
+Verdict RunInChildren(const std::vector<PlannedCheck>& plan, const RunOptions& options, const TellFinding& tell);
 
-// Runs all of them in this process. There is no time limit, and a crash ends everything.
-void RunInThisProcess(const std::vector<PlannedCheck>& plan, const RunOptions& options,
-                      const Platform::OutputDiversion& output, const TellFinding& tell);
+// The same in this process. There is no time limit, and a crash ends everything.
+Verdict RunInThisProcess(const std::vector<PlannedCheck>& plan, const RunOptions& options,
+                         const Platform::OutputDiversion& output, const TellFinding& tell);
+
+// What comes of loading the module in a process of its own. Throws as RunInChildren.
+Outcome TryToLoad(const RunOptions& options);
 
 // An outcome as text, and back: how a child tells it. A text that is none gives a crash.
 std::string DescribeOutcome(const Outcome& outcome);

@@ -35,7 +35,7 @@ std::filesystem::path MakeAbsolute(const std::filesystem::path& file)
 }  // namespace
 
 Trial::Trial(const std::filesystem::path& file, std::uint64_t seed, const Platform::OutputDiversion& output,
-             TellFailure tell)
+             TellEnd tell)
     : file_(MakeAbsolute(file)),
       random_(seed),
       output_(output),
@@ -109,17 +109,26 @@ void Trial::ExpectReport(const std::string& what, std::string_view macro)
            came.empty() ? "nothing" : Show(came));
 }
 
+void Trial::End(const Outcome& outcome)
+{
+    if (tell_)
+        tell_(outcome);
+    throw Ending{outcome};
+}
+
+void Trial::Pass()
+{
+    End({});
+}
+
 void Trial::Fail(const std::string& expected, const std::string& came)
 {
-    const Ending ending{{Verdict::Failed, host::MakeOneLine("expected " + expected + ", came " + came)}};
-    if (tell_)
-        tell_(ending.outcome);
-    throw ending;
+    End({Verdict::Failed, host::MakeOneLine("expected " + expected + ", came " + came)});
 }
 
 void Trial::Skip(const std::string& reason)
 {
-    throw Ending{{Verdict::Skipped, host::MakeOneLine(reason)}};
+    End({Verdict::Skipped, host::MakeOneLine(reason)});
 }
 
 void Trial::Warn(const std::string& message)

@@ -30,12 +30,12 @@ struct Ending
 class Trial
 {
 public:
-    // Is told of a failure at once, before anything is released: that may take the process with it.
-    using TellFailure = std::function<void(const Outcome&)>;
+    // Is told how the check ends before anything is released: that may take the process with it.
+    using TellEnd = std::function<void(const Outcome&)>;
 
     // The output is borrowed and keeps standard output aside meanwhile.
     Trial(const std::filesystem::path& file, std::uint64_t seed, const Platform::OutputDiversion& output,
-          TellFailure tell = nullptr);
+          TellEnd tell = nullptr);
 
     const std::filesystem::path& GetFile() const { return file_; }
     Random& GetRandom() { return random_; }
@@ -119,7 +119,8 @@ public:
     // Nothing that was not expected.
     void ExpectSilence(const std::string& what);
 
-    // Ends the check.
+    // Ends the check, wherever it is.
+    [[noreturn]] void Pass();
     [[noreturn]] void Fail(const std::string& expected, const std::string& came);
     [[noreturn]] void Skip(const std::string& reason);
 
@@ -128,12 +129,13 @@ public:
     const std::optional<std::string>& GetWarning() const { return warning_; }
 
 private:
+    [[noreturn]] void End(const Outcome& outcome);
     void ExpectReport(const std::string& what, std::string_view macro);
 
     std::filesystem::path file_;
     Random random_;
     const Platform::OutputDiversion& output_;
-    TellFailure tell_;
+    TellEnd tell_;
     std::size_t expectedOutput_;  // how much of it has been expected
     std::optional<host::PluginDocument> document_;
     std::optional<host::Module> module_;
