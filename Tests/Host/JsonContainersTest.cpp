@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/Host/JsonSerializerFixture.h"
 
+#include "Platform/LimitedMemory.h"
 #include "Src/CVariantArray.h"
 #include "Src/CollectionFactory.h"
 #include "Src/Map.h"
-#include "Tests/Support/LimitedMemory.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -311,11 +311,11 @@ TEST_F(JsonContainers, RefuseAnArrayWithAnObjectOfAnUnknownFormat)
 
 TEST_F(JsonContainers, FailToReadAnArrayThatNoMemoryHolds)
 {
-    if (!LimitedMemory::IsSurvived())
+    if (!Platform::LimitedMemory::IsPossible())
         GTEST_SKIP() << "the sanitizers need more memory than any limit leaves them";
     const auto readAndExit = [&]
     {
-        const LimitedMemory memory(32 << 20);
+        const Platform::LimitedMemory memory(32 << 20);
         const auto read = Read(Document(ArrayFormat, "\"size\":2147483647"));
         std::_Exit(TVX_FAILED(result_) && !read ? 0 : 1);
     };

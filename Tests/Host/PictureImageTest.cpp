@@ -2,8 +2,8 @@
 #include "Host/PictureImage.h"
 
 #include "Host/ImageAccess.h"
+#include "Platform/LimitedMemory.h"
 #include "Tests/Support/ImageTesting.h"
-#include "Tests/Support/LimitedMemory.h"
 #include "Tests/Support/PictureTesting.h"
 
 #include <gtest/gtest.h>
@@ -139,10 +139,10 @@ TEST_F(PictureImage, LeavesTheLockAsItWas)
 
 TEST_F(PictureImage, GivesNoPictureThatDoesNotFitIntoMemory)
 {
-    if (!test::LimitedMemory::IsSurvived())
+    if (!Platform::LimitedMemory::IsPossible())
         GTEST_SKIP() << "the sanitizers end the program";
     const auto image = Make(10000, 5000);
-    const test::LimitedMemory memory(8 << 20);
+    const Platform::LimitedMemory memory(8 << 20);
     const auto picture = MakePicture(*image);
     ASSERT_FALSE(picture);
     EXPECT_EQ(picture.GetError().kind, ErrorKind::BadPicture);

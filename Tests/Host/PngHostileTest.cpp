@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Host/PngFile.h"
-#include "Tests/Support/LimitedMemory.h"
+#include "Platform/LimitedMemory.h"
 #include "Tests/Support/PngTesting.h"
 #include "Tests/Support/ScratchFolder.h"
 
@@ -163,11 +163,11 @@ TEST_F(PngHostile, RefusesALargePictureOfFewBytes)
 
 TEST_F(PngHostile, RefusesAPictureThatDoesNotFitIntoMemory)
 {
-    if (!test::LimitedMemory::IsSurvived())
+    if (!Platform::LimitedMemory::IsPossible())
         GTEST_SKIP() << "the sanitizers end the program when memory is exhausted";
     const auto header = MakeHeader(10'000, 10'000, {"\x10\6\0\0\0", 5});
     const auto bytes = test::PngSignature + header + MakePixels("few") + End;
-    const test::LimitedMemory memory(100'000'000);
+    const Platform::LimitedMemory memory(100'000'000);
     EXPECT_TRUE(Refused(bytes, " does not fit into memory"));
 }
 

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "Platform/LimitedMemory.h"
 #include "Tool/Checks/Check.h"
 #include "Tool/Checks/Serialising.h"
+#include "Tool/Checks/VariantArrayBench.h"
 
+#include <array>
 #include <limits>
 
 namespace tvx::check
@@ -99,6 +102,82 @@ void ReadsAnyAnnouncedSize(Trial& trial)
     trial.Equal("the number of reads", reader->reads, count);
 }
 
+// Announces more elements than any memory holds. The first one is there, and costs no memory to read.
+class EndlessReader final : public ScriptedReaderImpl<CountedImpl<EndlessReader, IDeserializer>, host::HostString>
+{
+public:
+    using Interfaces = InterfaceList<IDeserializer, IObjectBase>;
+
+    explicit EndlessReader(Ref<IVariant> first) : first_(std::move(first)) {}
+
+    Result ReadNamedInt(const char*, std::int32_t* out) override
+    {
+        reads = 0;
+        *out = std::numeric_limits<std::int32_t>::max();
+        return TVX_OK;
+    }
+    Result ReadNamedObject(const char*, IObjectBase** out) override
+    {
+        if (++reads != 1)
+            return TVX_E_FAIL;
+        HandOut(first_.Get(), out);
+        return TVX_OK;
+    }
+
+    std::uint32_t reads = 0;  // of elements, since the size was read
+
+private:
+    Ref<IVariant> first_;
+};
+
+// What came of one reading.
+struct EndlessReading
+{
+    Result result;
+    IObjectBase* out;
+    std::uint32_t reads;
+};
+
+using EndlessReadings = std::array<EndlessReading, 4>;
+
+// Reads again and again in the same memory, so that what one reading keeps is wanting in the next.
+EndlessReadings ReadInLittleMemory(IDeserializable& factory, EndlessReader& reader, IObjectBase* mark)
+{
+    EndlessReadings readings{};
+    const Platform::LimitedMemory memory(8 << 20);
+    for (auto& reading : readings)
+    {
+        reading.out = mark;
+        reading.result = factory.Deserialize(&reader, &reading.out);
+        reading.reads = reader.reads;
+    }
+    return readings;
+}
+
+void RefusesWhatNoMemoryHolds(Trial& trial)
+{
+    if (!Platform::LimitedMemory::IsPossible())
+        trial.Skip("the memory of this process cannot be limited");
+    const auto factory = trial.Get<IDeserializable>(VariantArrayExport);
+    const auto variant = MakeArrayElement(trial);
+    const auto reader = MakeRef<EndlessReader>(variant);
+    const auto mark = MakeRef<BareObject>();
+    const auto readings = ReadInLittleMemory(*factory, *reader, mark.Get());
+    for (const auto& reading : readings)
+    {
+        trial.Gives("Deserialize of more elements than memory holds", reading.result, TVX_E_POINTER);
+        trial.Same("the out of a failed Deserialize", reading.out, mark.Get());
+    }
+    // Memory that was given back lies about in pieces: a later array may get less of it, but not next to nothing.
+    const auto few = readings.front().reads / readings.size();
+    trial.Expect(readings.back().reads >= few,
+                 "the last of the readings to get as far as read " + Show(few) + " elements",
+                 Show(readings.back().reads));
+    trial.Equal("the references on the element that was read", variant->GetRefCount(), 2u);
+    trial.Equal("the reader's reference count afterwards", reader->GetRefCount(), 1u);
+    ExpectSize(trial, MakeReader(3), 3);
+}
+
 constexpr Check Checks[] = {
     {"serialise-variant-array-reads-what-was-written", "An array of twelve variants is written and read back.",
      "What is read has the same elements in the same order.", ReadsWhatWasWritten},
@@ -113,6 +192,11 @@ constexpr Check Checks[] = {
      "Everything is read, then it gives -4 without a report; the elements are released.", ReadsAllForANullOut},
     {"serialise-variant-array-reads-any-size", "A record announces 100 000 elements and has none.",
      "Reading is lenient for any size: each element that is missing is null.", ReadsAnyAnnouncedSize},
+    {"serialise-variant-array-refuses-what-no-memory-holds",
+     "A record announces two billion elements, and the process gets 8 MB, several times.",
+     "Reading ends with -4 and without a report when the array cannot grow any more. It leaves out untouched, and "
+     "gives elements and memory back: the next reading has them again.",
+     RefusesWhatNoMemoryHolds},
 };
 
 }  // namespace

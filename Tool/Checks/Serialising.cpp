@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Tool/Checks/Serialising.h"
 
+#include "Platform/LimitedMemory.h"
+
 #include <chrono>
 
 namespace tvx::check
@@ -32,6 +34,19 @@ void ExpectFormatOf(Trial& trial, const std::string& what, Face& face, const cha
     trial.Equal("the format id of " + what, text->GetText(), format);
     trial.Equal("the reference count of the format id of " + what, text->GetRefCount(), 1u);
     trial.Gives("GetFormatId of " + what + " with a null out", face.GetFormatId(nullptr), TVX_E_POINTER);
+}
+
+// The call reads with the factory and fills the out.
+template <class Deserialize>
+void ExpectRefusal(Trial& trial, const char* exportId, IDeserializer& reader, const char* macro,
+                   Deserialize&& deserialize)
+{
+    const auto factory = GetFactory(trial, exportId);
+    const auto mark = MakeRef<BareObject>();
+    IObjectBase* out = mark.Get();
+    trial.Reports("Deserialize", macro, TVX_E_FAIL, [&] { return deserialize(*factory, &out); });
+    trial.Same("the out of a failed Deserialize", out, mark.Get());
+    trial.Equal("the reader's reference count afterwards", reader.GetRefCount(), 1u);
 }
 
 }  // namespace
@@ -70,12 +85,8 @@ Ref<IObjectBase> Read(Trial& trial, const char* exportId, IDeserializer& reader)
 
 void ExpectRefused(Trial& trial, const char* exportId, IDeserializer& reader, const char* macro)
 {
-    const auto factory = GetFactory(trial, exportId);
-    const auto mark = MakeRef<BareObject>();
-    IObjectBase* out = mark.Get();
-    trial.Reports("Deserialize", macro, TVX_E_FAIL, [&] { return factory->Deserialize(&reader, &out); });
-    trial.Same("the out of a failed Deserialize", out, mark.Get());
-    trial.Equal("the reader's reference count afterwards", reader.GetRefCount(), 1u);
+    ExpectRefusal(trial, exportId, reader, macro,
+                  [&](IDeserializable& factory, IObjectBase** out) { return factory.Deserialize(&reader, out); });
 }
 
 void ExpectNullPointersReported(Trial& trial, const char* exportId)
@@ -92,14 +103,21 @@ void ExpectNullPointersReported(Trial& trial, const char* exportId)
     trial.Equal("the calls on the reader", reader->calls, Lines());
 }
 
+// The memory is limited while the module works, and only then: what the check says of it needs memory, too.
 void ExpectHostileCountsRefused(Trial& trial, const char* exportId)
 {
+    constexpr std::size_t enoughMemory = 64 << 20;
     constexpr std::chrono::seconds limit(5);
     for (const auto count : {0x7FFFFFFFu, 0xFFFFFFFFu})
     {
         const auto reader = MakeRef<EmptyPromiseReader>(count);
+        const auto deserialize = [&](IDeserializable& factory, IObjectBase** out)
+        {
+            const Platform::LimitedMemory memory(enoughMemory);
+            return factory.Deserialize(reader.Get(), out);
+        };
         const auto start = std::chrono::steady_clock::now();
-        ExpectRefused(trial, exportId, *reader, "TVX_RETURN_FAIL_IF_FAILED");
+        ExpectRefusal(trial, exportId, *reader, "TVX_RETURN_FAIL_IF_FAILED", deserialize);
         trial.Equal("the number of reads", reader->reads, 1u);
         trial.Expect(std::chrono::steady_clock::now() - start < limit, "the failure to come at once", "a long wait");
     }

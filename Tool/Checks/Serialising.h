@@ -156,7 +156,8 @@ void ExpectRefused(Trial& trial, const char* exportId, IDeserializer& reader, co
 // Reading with a null reader, and with a null out, is reported and gives -4.
 void ExpectNullPointersReported(Trial& trial, const char* exportId);
 
-// Announced items that do not come end the reading at once, however many they are.
+// Announced items that do not come end the reading at once, however many they are, and no memory is taken for them beyond
+// all measure.
 void ExpectHostileCountsRefused(Trial& trial, const char* exportId);
 
 }  // namespace tvx::check
