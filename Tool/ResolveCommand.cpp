@@ -28,21 +28,56 @@ const char* GetName(host::ImportState state)
     case host::ImportState::Satisfied: return "satisfied";
     case host::ImportState::OptionalMissing: return "optional and missing";
     case host::ImportState::RequiredMissing: return "required and missing";
-    case host::ImportState::WrongContract: break;
+    case host::ImportState::WrongContract: return "wrong contract";
+    case host::ImportState::ProviderMissing: break;
     }
-    return "wrong contract";
+    return "provider cannot be had";
+}
+
+// Names that do not say whether the import is required are completed.
+std::string DescribeState(const host::ResolvedImport& resolved)
+{
+    const std::string name = GetName(resolved.state);
+    if (resolved.state == host::ImportState::OptionalMissing || resolved.state == host::ImportState::RequiredMissing)
+        return name;
+    return name + (resolved.import->optional ? " (optional)" : " (required)");
+}
+
+std::string Describe(const host::Import& import)
+{
+    return host::MakeOneLine(import.property + " <- " + import.contract);
+}
+
+// A line for each export below that is without an import, down to the one that cannot be had.
+std::string Describe(const std::vector<host::MissingImport>& missing)
+{
+    std::string text;
+    for (const auto& [exportName, import] : missing)
+    {
+        const bool isReason = import == missing.back().import;
+        text += "          " + exportName + (isReason ? " needs " : " goes without ") + Describe(*import) +
+                (isReason ? ", which nothing fulfils\n" : "\n");
+    }
+    return text;
 }
 
 std::string Describe(const host::ResolvedImport& resolved)
 {
-    auto text = "      import " + host::MakeOneLine(resolved.import->property + " <- " + resolved.import->contract) +
-                "\n          " + GetName(resolved.state);
+    auto text = "      import " + Describe(*resolved.import) + "\n          ";
     if (resolved.state == host::ImportState::Satisfied)
-        return text + " by " + resolved.provider + "\n";
-    text += ": " + resolved.message + "\n";
+        return text + GetName(resolved.state) + " by " + resolved.provider + "\n" + Describe(resolved.missing);
+    text += DescribeState(resolved) + ": " + resolved.message + "\n";
     if (!resolved.offeredContract.empty())
         text += "          " + resolved.provider + " fulfils " + host::MakeOneLine(resolved.offeredContract) + "\n";
-    return text;
+    return text + Describe(resolved.missing);
+}
+
+Json ToJson(const std::vector<host::MissingImport>& missing)
+{
+    auto json = Json::array();
+    for (const auto& [exportName, import] : missing)
+        json.push_back({{"export", exportName}, {"property", import->property}, {"contract", import->contract}});
+    return json;
 }
 
 Json ToJson(const host::ResolvedImport& resolved)
@@ -57,6 +92,8 @@ Json ToJson(const host::ResolvedImport& resolved)
         json["message"] = resolved.message;
     if (!resolved.offeredContract.empty())
         json["offered"] = resolved.offeredContract;
+    if (!resolved.missing.empty())
+        json["missing"] = ToJson(resolved.missing);
     return json;
 }
 
@@ -73,11 +110,6 @@ std::size_t CountModulesToResolve(const ResolveOptions& options, const host::Mod
                                   const host::ModuleCatalog& all)
 {
     return options.files.empty() ? all.GetModules().size() : given.GetModules().size();
-}
-
-bool IsAnswer(const host::ResolvedImport& resolved)
-{
-    return resolved.state == host::ImportState::RequiredMissing || resolved.state == host::ImportState::WrongContract;
 }
 
 // What stands in front of an export in the text is the file of its module; one without imports is not shown.
@@ -111,7 +143,7 @@ private:
         for (const auto& import : resolved.imports)
         {
             text_ += Describe(import);
-            isGood_ = isGood_ && !IsAnswer(import);
+            isGood_ = isGood_ && !host::IsRequiredAndMissing(import);
         }
     }
 
