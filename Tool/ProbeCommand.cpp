@@ -99,14 +99,14 @@ Json ToJson(const Finding& finding)
             {"references", finding.references}};
 }
 
-// What a module wrote, in lines of its own.
-std::string DescribeOutput(const std::string& output)
+// What a module wrote meanwhile, in lines of its own.
+std::string DescribeOutput(const char* title, const std::string& output)
 {
     std::istringstream lines(output);
     std::string text;
     for (std::string line; std::getline(lines, line);)
         text += "      " + host::MakeOneLine(line) + "\n";
-    return text.empty() ? text : "  standard output\n" + text;
+    return text.empty() ? text : std::string("  ") + title + "\n" + text;
 }
 
 void Print(const Console& console, const std::string& file, const std::vector<Finding>& findings)
@@ -114,7 +114,7 @@ void Print(const Console& console, const std::string& file, const std::vector<Fi
     std::string text = file + "\n";
     for (const auto& finding : findings)
         text += Describe(finding);
-    console.Print(text + DescribeOutput(console.GetOutput().Read()));
+    console.Print(text + DescribeOutput("standard output", console.GetOutput().Read()));
 }
 
 void PrintAsJson(const Console& console, const std::string& file, const std::vector<Finding>& findings)
@@ -139,12 +139,22 @@ ExitCode Judge(const std::vector<Finding>& findings)
     return code;
 }
 
-// Asks the module itself and connects nothing, so that no import has to be there. Before the answers nothing of the module is
-// released: that is not what was asked for.
+// The answers stand there by now: this may take the process with it.
+void Unload(const Console& console, host::Module module, bool json)
+{
+    const auto before = console.GetOutput().Read().size();
+    {
+        const auto unloaded = std::move(module);
+    }
+    if (!json)
+        console.Print(DescribeOutput("standard output of unloading", console.GetOutput().Read(before)));
+}
+
+// Asks the module itself and connects nothing, so that no import has to be there.
 ExitCode ProbeInThisProcess(const ProbeOptions& options)
 {
     const Console console;
-    const auto module = host::Module::Load(options.file);
+    auto module = host::Module::Load(options.file);
     if (!module)
     {
         Console::Complain(module.GetError().message);
@@ -158,6 +168,7 @@ ExitCode ProbeInThisProcess(const ProbeOptions& options)
         PrintAsJson(console, file, findings);
     else
         Print(console, file, findings);
+    Unload(console, std::move(*module), options.json);
     return Judge(findings);
 }
 

@@ -84,7 +84,12 @@ TEST(ProbeCommand, ShowsWhatTheModuleWroteBehindTheAnswers)
     const auto run = RunTvx({"probe", GetTestModule("Left").string()});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.errors, "");
-    EXPECT_TRUE(run.output.ends_with("references 2\n  standard output\n      Left: loaded\n")) << run.output;
+    EXPECT_TRUE(run.output.ends_with("references 2\n"
+                                     "  standard output\n"
+                                     "      Left: loaded\n"
+                                     "  standard output of unloading\n"
+                                     "      Left: unloaded\n"))
+        << run.output;
     const auto probed = Json::parse(RunTvx({"probe", "--json", GetTestModule("Left").string()}).output);
     EXPECT_EQ(probed["output"], "Left: loaded\n");
 }
@@ -119,7 +124,9 @@ TEST(ProbeCommand, NamesEveryExportThatIsNotGiven)
                                  "      interface com.talvere.general.tvx.IObjectBase/1.0\n"
                                  "      references 2\n"
                                  "  standard output\n"
-                                 "      Misbehaving: loaded\n");
+                                 "      Misbehaving: loaded\n"
+                                 "  standard output of unloading\n"
+                                 "      Misbehaving: unloaded\n");
     EXPECT_EQ(run.errors, "tvx: " + file + " does not give its export \"test.Failing/1.0\" (result -7)\n" +  //
                               "tvx: " + file + " does not give its export \"test.FailingLate/1.0\" (result -1)\n" +
                               "tvx: " + file + " gives null for its export \"test.Null/1.0\"\n");

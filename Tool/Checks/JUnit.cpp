@@ -70,6 +70,9 @@ std::string ToJUnit(const Report& report)
     auto suite = suites.append_child("testsuite");
     suite.append_attribute("name") = ("tvx check " + MakeShowable(report.file)).c_str();
     AddCounts(suite, report);
+    auto seed = suite.append_child("properties").append_child("property");
+    seed.append_attribute("name") = "seed";
+    seed.append_attribute("value") = std::to_string(report.seed).c_str();
     for (const auto& finding : report.findings)
     {
         auto test = suite.append_child("testcase");
