@@ -1,17 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "Host/ModuleFile.h"
 #include "Host/TextFile.h"
-#include "Tool/ChildCode.h"
+#include "Platform/ChildProcess.h"
+#include "Platform/Environment.h"
+#include "Tool/Checks/Runner.h"
 #include "Tool/Commands.h"
 #include "Tool/Fuzz/Fuzzer.h"
-#include "Tool/ProbeInChild.h"
+#include "Tool/FuzzChild.h"
+#include "Tool/ShellTables.h"
+#include "Tool/TemporaryFolder.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
-#include <exception>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 #include <thread>
 
 namespace tvx::tool
@@ -32,100 +35,58 @@ struct FuzzOptions
     std::string child;  // the walk that this process is for
 };
 
-// What came of following a walk. What the module writes while it is loaded has nothing to do with it.
-check::Outcome TryWalk(const fuzz::Walk& walk, std::span<const fuzz::Step> steps, check::Trial& trial)
-try
-{
-    static_cast<void>(trial.TakeOutput([&] { trial.Load(); }));
-    fuzz::Follow(walk, steps, trial);
-    return {};
-}
-catch (const check::Ending& ending)
-{
-    return ending.outcome;
-}
-catch (const std::exception& thrown)
-{
-    return {check::Verdict::Failed,
-            std::string("expected that no exception leaves an operation of the module, came ") + thrown.what()};
-}
-catch (...)
-{
-    return {check::Verdict::Failed, "expected that no exception leaves an operation of the module, came one"};
-}
-
-// What the walk found is told before anything of the module is released or unloaded.
-[[noreturn]] void EndAtOnce(const Console& console, const FuzzOptions& options, const check::Outcome& outcome)
-{
-    if (outcome.verdict != check::Verdict::Passed)
-        console.Print(host::MakeOneLine(outcome.message) + "\n");
-    const auto code = outcome.verdict == check::Verdict::Passed ? Ok : AnswerIsNo;
-    std::_Exit(options.child.empty() ? code : MakeChildCode(code));
-}
-
-// Walks until the time is over, and says which one it begins: it may not come back.
-ExitCode WalkAsChild(const FuzzOptions& options)
-{
-    const auto* const walk = fuzz::FindWalk(options.child);
-    if (walk == nullptr)
-        return Usage;
-    const Console console;
-    check::Trial trial(options.file, options.seed, console.GetOutput(),
-                       [&](const check::Outcome& outcome) { EndAtOnce(console, options, outcome); });
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(options.seconds);
-    for (auto seed = options.seed; std::chrono::steady_clock::now() < end; ++seed)
-    {
-        console.Print("seed " + std::to_string(seed) + "\n");
-        check::Random random(seed);
-        const auto outcome = TryWalk(*walk, fuzz::MakeSteps(*walk, random, fuzz::StepsOfAWalk), trial);
-        if (outcome.verdict != check::Verdict::Passed)
-            EndAtOnce(console, options, outcome);
-    }
-    EndAtOnce(console, options, {});
-}
-
-host::Outcome<fuzz::Replay> ReadReplay(const std::string& file)
-{
-    const auto text = host::ReadTextFile(file);
-    if (!text)
-        return text.GetError();
-    return fuzz::ParseReplay(*text, host::DisplayName(file));
-}
-
-[[noreturn]] void ReproduceInThisProcess(const FuzzOptions& options, const fuzz::Replay& replay)
-{
-    const Console console;
-    check::Trial trial(options.file, options.seed, console.GetOutput(),
-                       [&](const check::Outcome& outcome) { EndAtOnce(console, options, outcome); });
-    EndAtOnce(console, options, TryWalk(*replay.walk, replay.steps, trial));
-}
-
 // A module that cannot even be loaded is nothing to walk over.
 ExitCode TryToLoad(const std::string& file)
 {
-    const auto probe = ProbeInChild(file, true, std::chrono::seconds(10));
-    const auto code = GetExitCode(file, probe);
-    if (code == Ok || code == AnswerIsNo)
+    const auto load = check::TryToLoad({file});
+    if (load.verdict == check::Verdict::Passed)
         return Ok;
-    std::cerr << probe.errors;
-    return code;
+    Console::Complain(host::DisplayName(file) + ": " + load.message);
+    return load.verdict == check::Verdict::Crashed ? Misbehaved : CannotRead;
 }
 
-ExitCode Reproduce(const FuzzOptions& options)
+// For a command to be typed again.
+std::string ForShell(const std::string& path)
 {
-    const auto replay = ReadReplay(options.reproduce);
-    const Console console;
-    if (!replay)
-        return console.Fail(replay.GetError());
-    if (const auto code = TryToLoad(options.file); code != Ok)
-        return code;
-    const auto run = fuzz::Reproduce(options.file, options.reproduce);
-    console.Print(run.output);
-    std::cerr << run.errors;
-    if (const auto code = FindOwnCode(run))
-        return *code;
-    Console::Complain("the process that walked over " + host::DisplayName(options.file) + " " + DescribeEnd(run));
-    return run.end == Platform::ChildRun::End::NotStarted ? CannotRead : Misbehaved;
+    const auto isPlain = [](char character)
+    {
+        return std::isalnum(static_cast<unsigned char>(character)) != 0 ||
+               std::string_view("._-/").find(character) != std::string_view::npos;
+    };
+    return std::all_of(path.begin(), path.end(), isPlain) ? path : QuoteForShell(path);
+}
+
+std::string DescribeSign(bool crashed, const fuzz::Walk& walk, const std::string& message)
+{
+    return std::string(crashed ? "crashed" : "failed") + "  " + walk.name + ": " + message + "\n";
+}
+
+std::string CountSteps(const fuzz::Replay& replay)
+{
+    return std::to_string(replay.steps.size()) + (replay.steps.size() == 1 ? " step" : " steps");
+}
+
+// The walk is kept in a file beside the others. One that does not show it again is all that there is of it.
+void Tell(const Console& console, const FuzzOptions& options, const fuzz::Finding& finding)
+{
+    const auto& walk = *finding.replay.walk;
+    const auto path = std::filesystem::path(options.output) /
+                      (std::string("tvx-fuzz-") + walk.name + "-" + std::to_string(finding.seed) + ".replay");
+    const auto next = finding.comesAgain
+                          ? "again with: tvx fuzz " + ForShell(options.file) + " --reproduce " + ForShell(path.string())
+                          : "the walk in " + host::DisplayName(path) + " does not show it again";
+    console.Print(DescribeSign(finding.crashed, walk, finding.message) + "         after " +
+                  CountSteps(finding.replay) + "; " + next + "\n");
+    const auto written = host::WriteTextFile(path, "# " + finding.message + "\n" + fuzz::Describe(finding.replay));
+    if (!written)
+        throw std::runtime_error(written.GetError().message);
+}
+
+// A folder that no walk can be written to is not to be told of when one is found.
+void TryToWriteInto(const std::filesystem::path& folder)
+{
+    std::filesystem::create_directories(folder);
+    const TemporaryFolder tried(folder);
 }
 
 std::vector<const fuzz::Walk*> FindWalks(const host::PluginDocument& document)
@@ -133,73 +94,103 @@ std::vector<const fuzz::Walk*> FindWalks(const host::PluginDocument& document)
     std::vector<const fuzz::Walk*> walks;
     for (const auto* const walk : fuzz::GetWalks())
     {
-        if (std::any_of(document.exports.begin(), document.exports.end(),
-                        [&](const host::Export& entry) { return entry.id == walk->exportId; }))
+        if (fuzz::IsOffered(*walk, document))
             walks.push_back(walk);
     }
     return walks;
 }
 
-// Writes the replay beside the others and says how to come back to it.
-host::Outcome<std::size_t> Tell(const Console& console, const FuzzOptions& options, const fuzz::Finding& finding)
+ExitCode WalkOver(const Console& console, const FuzzOptions& options, const std::vector<const fuzz::Walk*>& walks)
 {
-    const auto path = std::filesystem::path(options.output) / (std::string("tvx-fuzz-") + finding.replay.walk->name +
-                                                               "-" + std::to_string(finding.seed) + ".replay");
-    const auto name = host::DisplayName(path);
-    console.Print(std::string(finding.crashed ? "crashed" : "failed") + "  " + finding.replay.walk->name + ": " +
-                  finding.message + "\n         after " + std::to_string(finding.replay.steps.size()) +
-                  " steps; again with: tvx fuzz " + host::DisplayName(options.file) + " --reproduce " + name + "\n");
-    return host::WriteTextFile(path, "# " + finding.message + "\n" + fuzz::Describe(finding.replay));
+    const TemporaryFolder scratch;
+    Platform::SetTemporaryFolder(scratch.GetPath());
+    std::size_t findings = 0;
+    auto code = Ok;
+    const auto tell = [&](const fuzz::Finding& finding)
+    {
+        ++findings;
+        code = std::max(code, finding.crashed ? Misbehaved : AnswerIsNo);
+        Tell(console, options, finding);
+    };
+    const auto count =
+        fuzz::Fuzz({options.file, std::chrono::seconds(options.seconds), options.seed, options.jobs, scratch.GetPath()},
+                   walks, tell);
+    console.Print(host::DisplayName(options.file) + ": " + std::to_string(count) + " walks of " +
+                  std::to_string(fuzz::StepsOfAWalk) + " steps over " + std::to_string(walks.size()) + " models, " +
+                  std::to_string(findings) + " findings (seed " + std::to_string(options.seed) + ")\n");
+    return code;
 }
 
-ExitCode GetExitCode(const fuzz::Summary& summary)
+ExitCode Fuzz(const Console& console, const FuzzOptions& options)
 {
-    const auto crashed = [](const fuzz::Finding& finding) { return finding.crashed; };
-    if (std::any_of(summary.findings.begin(), summary.findings.end(), crashed))
-        return Misbehaved;
-    return summary.findings.empty() ? Ok : AnswerIsNo;
-}
-
-ExitCode Fuzz(const FuzzOptions& options)
-{
-    const Console console;
     const auto document = host::ReadPluginDocument(options.file);
     if (!document)
         return console.Fail(document.GetError());
+    TryToWriteInto(options.output);
     if (const auto code = TryToLoad(options.file); code != Ok)
         return code;
     const auto walks = FindWalks(*document);
-    if (walks.empty())
-    {
-        Console::Complain(host::DisplayName(options.file) + " offers nothing that there are walks for");
-        return AnswerIsNo;
-    }
-    const auto summary =
-        fuzz::Fuzz({options.file, std::chrono::seconds(options.seconds), options.seed, options.jobs}, walks);
-    for (const auto& finding : summary.findings)
-    {
-        if (const auto written = Tell(console, options, finding); !written)
-            return console.Fail(written.GetError());
-    }
-    console.Print(host::DisplayName(options.file) + ": " + std::to_string(summary.walks) + " walks of " +
-                  std::to_string(fuzz::StepsOfAWalk) + " steps over " + std::to_string(walks.size()) + " models, " +
-                  std::to_string(summary.findings.size()) + " findings (seed " + std::to_string(options.seed) + ")\n");
-    return GetExitCode(summary);
+    if (!walks.empty())
+        return WalkOver(console, options, walks);
+    console.Print(host::DisplayName(options.file) + " offers nothing that there are walks for\n");
+    return Ok;
+}
+
+// Of a module that offers what the walk is over.
+host::Outcome<fuzz::Replay> ReadReplay(const FuzzOptions& options)
+{
+    const auto text = host::ReadTextFile(options.reproduce);
+    if (!text)
+        return text.GetError();
+    auto replay = fuzz::ParseReplay(*text, host::DisplayName(options.reproduce));
+    if (!replay)
+        return replay;
+    const auto document = host::ReadPluginDocument(options.file);
+    if (!document)
+        return document.GetError();
+    if (!fuzz::IsOffered(*replay->walk, *document))
+        return host::MakeError(host::ErrorKind::BadSettings, host::DisplayName(options.reproduce) + " walks over " +
+                                                                 replay->walk->exportId + ", which " +
+                                                                 host::DisplayName(options.file) + " does not offer");
+    return replay;
+}
+
+ExitCode ReproduceInChild(const Console& console, const FuzzOptions& options, const fuzz::Replay& replay)
+{
+    constexpr std::chrono::seconds limit(10);
+    if (const auto code = TryToLoad(options.file); code != Ok)
+        return code;
+    const auto run = fuzz::RunReplay(options.file, options.reproduce, limit);
+    std::cerr << run.errors;
+    if (run.sign == fuzz::WalkRun::Sign::None)
+        return Ok;
+    const bool crashed = run.sign == fuzz::WalkRun::Sign::Crash;
+    console.Print(DescribeSign(crashed, *replay.walk, run.message));
+    return crashed ? Misbehaved : AnswerIsNo;
+}
+
+ExitCode Reproduce(const Console& console, const FuzzOptions& options)
+{
+    const auto replay = ReadReplay(options);
+    if (!replay)
+        return console.Fail(replay.GetError());
+    if (options.inProcess)
+        FollowReplay(console, options.file, *replay, options.child.empty() ? FuzzEnd::ExitCode : FuzzEnd::ChildCode);
+    return ReproduceInChild(console, options, *replay);
 }
 
 ExitCode FuzzOrReproduce(const FuzzOptions& options)
 {
     if (!options.child.empty())
         Platform::BehaveAsChild();
-    if (options.reproduce.empty())
-        return options.child.empty() ? Fuzz(options) : WalkAsChild(options);
-    if (!options.inProcess)
-        return Reproduce(options);
-    const auto replay = ReadReplay(options.reproduce);
-    if (replay)
-        ReproduceInThisProcess(options, *replay);
-    Console::Complain(replay.GetError().message);
-    return CannotRead;
+    const Console console;
+    if (!options.reproduce.empty())
+        return Reproduce(console, options);
+    if (options.child.empty())
+        return Fuzz(console, options);
+    if (const auto* const walk = fuzz::FindWalk(options.child))
+        WalkAsChild(console, options.file, *walk, options.seed, std::chrono::seconds(options.seconds));
+    return Usage;
 }
 
 }  // namespace
@@ -213,7 +204,9 @@ void AddFuzzCommand(CLI::App& program, ExitCode& code)
     command->add_option("--seconds", options->seconds, "How long to go on")
         ->type_name("N")
         ->check(CLI::Range(1u, 86'400u));
-    command->add_option("--seed", options->seed, "What the random steps begin with")->type_name("N");
+    command->add_option("--seed", options->seed, "What the random steps begin with")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
     command->add_option("-j,--jobs", options->jobs, "How many processes walk at once")
         ->type_name("N")
         ->check(CLI::Range(1u, 1024u));

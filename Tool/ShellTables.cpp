@@ -1,26 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Tool/ShellTables.h"
 
-#include <string_view>
-
 namespace tvx::tool
 {
 
 namespace
 {
-
-// The text as one word of these shells, whatever characters it has.
-std::string QuoteForShell(std::string_view text)
-{
-    std::string quoted = "'";
-    for (const char character : text)
-    {
-        if (character == '\'')
-            quoted += "'\\'";
-        quoted += character;
-    }
-    return quoted + "'";
-}
 
 std::string MakeValueBranch(const std::string& path, const NamedOption& option)
 {
@@ -64,6 +49,18 @@ std::string MakeValueTable(const std::vector<CommandWords>& commands)
 }
 
 }  // namespace
+
+std::string QuoteForShell(std::string_view text)
+{
+    std::string quoted = "'";
+    for (const char character : text)
+    {
+        if (character == '\'')
+            quoted += "'\\'";
+        quoted += character;
+    }
+    return quoted + "'";
+}
 
 std::string MakeShellScript(const char* head, ShellWords (*getWords)(const CommandWords& command), const char* walk,
                             const std::vector<CommandWords>& commands)

@@ -4,11 +4,15 @@
 #include "Tool/CommandTree.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 // What the scripts of bash and zsh have in common.
 namespace tvx::tool
 {
+
+// The text as one word of these shells, whatever characters it has.
+std::string QuoteForShell(std::string_view text);
 
 // The words of a command as the script of a shell has them.
 struct ShellWords

@@ -42,6 +42,15 @@ TEST(Replay, PassesOverCommentsAndEmptyLines)
     EXPECT_EQ(fuzz::Describe(replay), "walk collection\nadd 1 2\nclear 0 4294967295\n");
 }
 
+TEST(Replay, HoldsWalksOneAfterTheOther)
+{
+    const std::string text = "walk map\nget-value 1 2\nnext-walk 0 0\nget-value 3 4\n";
+    const auto replay = ParseGood(text);
+    ASSERT_EQ(replay.steps.size(), 3U);
+    EXPECT_EQ(replay.steps[1], fuzz::NextWalk);
+    EXPECT_EQ(fuzz::Describe(replay), text);
+}
+
 TEST(Replay, SaysWhichLineIsWrongAndHow)
 {
     EXPECT_EQ(GetProblem(""), "a.replay holds no line \"walk NAME\"");
@@ -77,7 +86,21 @@ TEST(Shrink, LeavesTheStepsThatAreNeeded)
     };
     const auto shrunk = fuzz::Shrink(replay, fails);
     EXPECT_EQ(shrunk.steps, (std::vector<fuzz::Step>{{0, 4711, 0}, {1, 0, 4712}}));
-    EXPECT_LT(tries, 200);
+    EXPECT_LT(tries, 300);
+}
+
+// A step that no longer matters only after a number was made smaller goes, too.
+TEST(Shrink, GoesOnUntilNothingChanges)
+{
+    const auto* const walk = fuzz::FindWalk("collection");
+    const auto fails = [](const Replay& tried)
+    {
+        const auto& steps = tried.steps;
+        if (steps.empty() || steps.back().operation != 1)
+            return false;
+        return steps.back().first == 3 || (steps.size() == 2 && steps.back().first % 0x10000 == 3);
+    };
+    EXPECT_EQ(fuzz::Shrink({walk, {{0, 1, 2}, {1, 0x30003, 2}}}, fails).steps, (std::vector<fuzz::Step>{{1, 3, 0}}));
 }
 
 TEST(Shrink, LeavesNoStepWhereNoneIsNeeded)
@@ -89,7 +112,8 @@ TEST(Shrink, LeavesNoStepWhereNoneIsNeeded)
 TEST(FuzzCommand, FindsNothingInOurModule)
 {
     const auto file = GetRealModule("TVXGenericPlugins").string();
-    const auto run = RunTvx({"fuzz", file, "--seconds", "1", "--seed", "42"});
+    const ScratchFolder folder;
+    const auto run = RunTvx({"fuzz", file, "--seconds", "1", "--seed", "42", "-o", folder.GetPath().string()});
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_EQ(run.errors, "");
     EXPECT_TRUE(std::regex_match(
@@ -119,7 +143,26 @@ TEST(FuzzCommand, RefusesWhatItCannotFollow)
     const auto missing = (folder.GetPath() / "missing.tvxlib").string();
     EXPECT_TRUE(Refused(RunTvx({"fuzz", missing}), 3, missing + " does not exist"));
     const auto right = GetTestModule("Right").string();
-    EXPECT_TRUE(Refused(RunTvx({"fuzz", right}), 1, right + " offers nothing that there are walks for"));
+    const auto good = folder.Write("good.replay", "walk map\nset-value 1 2\n").string();
+    EXPECT_TRUE(RefusedInOneLine(RunTvx({"fuzz", right, "--reproduce", good}), 3, good + " walks over "));
+    EXPECT_TRUE(RefusedInOneLine(RunTvx({"fuzz", file, "--seed", "-1"}), 2, "--seed: "));
+}
+
+TEST(FuzzCommand, HasNothingToSayOfWhatThereAreNoWalksFor)
+{
+    const ScratchFolder folder;
+    const auto right = GetTestModule("Right").string();
+    EXPECT_TRUE(Answered(RunTvx({"fuzz", right, "-o", folder.GetPath().string()}),
+                         right + " offers nothing that there are walks for\n"));
+}
+
+// Not only when there is something to write.
+TEST(FuzzCommand, RefusesAtOnceAFolderThatItCannotWriteTo)
+{
+    const ScratchFolder folder;
+    const auto taken = folder.Write("taken", "").string();
+    const auto file = GetRealModule("TVXGenericPlugins").string();
+    EXPECT_TRUE(RefusedInOneLine(RunTvx({"fuzz", file, "-o", taken}), 3, "filesystem error: "));
 }
 
 }  // namespace

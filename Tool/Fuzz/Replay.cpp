@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 #include <sstream>
 
 namespace tvx::fuzz
@@ -12,6 +13,8 @@ namespace
 {
 
 using Words = std::vector<std::string>;
+
+constexpr const char NextWalkName[] = "next-walk";
 
 Words Split(const std::string& line)
 {
@@ -29,6 +32,17 @@ bool ParseNumber(const std::string& word, std::uint32_t& out)
     return failed == std::errc() && stop == end;
 }
 
+// Those of the walk, and the one that every walk has.
+std::optional<std::uint32_t> FindOperation(const Walk& walk, const std::string& name)
+{
+    if (name == NextWalkName)
+        return NextWalk.operation;
+    const auto found = std::find(walk.operations.begin(), walk.operations.end(), name);
+    if (found == walk.operations.end())
+        return std::nullopt;
+    return static_cast<std::uint32_t>(found - walk.operations.begin());
+}
+
 // What is wrong with a line, or nothing.
 std::string ParseWalk(const Words& words, Replay& replay)
 {
@@ -40,14 +54,13 @@ std::string ParseWalk(const Words& words, Replay& replay)
 
 std::string ParseStep(const Words& words, Replay& replay)
 {
-    const auto operations = replay.walk->operations;
-    const auto found = std::find(operations.begin(), operations.end(), words[0]);
-    if (found == operations.end())
+    const auto operation = FindOperation(*replay.walk, words[0]);
+    if (!operation)
         return std::string("the walk ") + replay.walk->name + " has no operation \"" + words[0] + "\"";
-    Step step{static_cast<std::uint32_t>(found - operations.begin()), 0, 0};
+    Step step{*operation, 0, 0};
     if (words.size() != 3 || !ParseNumber(words[1], step.first) || !ParseNumber(words[2], step.second))
         return "two numbers below 4294967296 have to follow the operation";
-    replay.steps.push_back(step);
+    replay.steps.push_back(*operation == NextWalk.operation ? NextWalk : step);
     return "";
 }
 
@@ -57,7 +70,7 @@ std::string Describe(const Replay& replay)
 {
     auto text = std::string("walk ") + replay.walk->name + "\n";
     for (const auto& step : replay.steps)
-        text.append(replay.walk->operations[step.operation])
+        text.append(step == NextWalk ? NextWalkName : replay.walk->operations[step.operation])
             .append(" ")
             .append(std::to_string(step.first))
             .append(" ")

@@ -11,8 +11,8 @@
 namespace tvx::fuzz
 {
 
-// A walk with its steps, as it is kept in a file: a line "walk NAME" and then a line "OPERATION NUMBER NUMBER" a step. Empty
-// lines and what stands behind a # do not count.
+// A walk with its steps, as it is kept in a file: a line "walk NAME" and then a line "OPERATION NUMBER NUMBER" a step, or
+// "next-walk 0 0" where another one of its sort begins. Empty lines and what stands behind a # do not count.
 struct Replay
 {
     const Walk* walk;

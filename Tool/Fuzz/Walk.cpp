@@ -15,6 +15,20 @@ constexpr std::array Walks = {&StringWalk,     &VariantWalk,      &SettingsMapWa
 
 constexpr std::size_t StepsBetweenComparisons = 32;
 
+void FollowOne(const Walk& walk, std::span<const Step> steps, check::Trial& trial)
+{
+    const auto walker = walk.start(trial);
+    std::size_t done = 0;
+    for (const auto& step : steps)
+    {
+        walker->Do(step);
+        if (++done % StepsBetweenComparisons == 0)
+            walker->Compare();
+    }
+    walker->Compare();
+    trial.ExpectSilence("the walk");
+}
+
 }  // namespace
 
 std::span<const Walk* const> GetWalks()
@@ -26,6 +40,12 @@ const Walk* FindWalk(std::string_view name)
 {
     const auto found = std::find_if(Walks.begin(), Walks.end(), [&](const Walk* walk) { return walk->name == name; });
     return found == Walks.end() ? nullptr : *found;
+}
+
+bool IsOffered(const Walk& walk, const host::PluginDocument& document)
+{
+    return std::any_of(document.exports.begin(), document.exports.end(),
+                       [&](const host::Export& entry) { return entry.id == walk.exportId; });
 }
 
 std::vector<Step> MakeSteps(const Walk& walk, check::Random& random, std::size_t count)
@@ -42,16 +62,14 @@ std::vector<Step> MakeSteps(const Walk& walk, check::Random& random, std::size_t
 
 void Follow(const Walk& walk, std::span<const Step> steps, check::Trial& trial)
 {
-    const auto walker = walk.start(trial);
-    std::size_t done = 0;
-    for (const auto& step : steps)
+    for (;;)
     {
-        walker->Do(step);
-        if (++done % StepsBetweenComparisons == 0)
-            walker->Compare();
+        const auto end = std::find(steps.begin(), steps.end(), NextWalk);
+        FollowOne(walk, {steps.begin(), end}, trial);
+        if (end == steps.end())
+            return;
+        steps = {end + 1, steps.end()};
     }
-    walker->Compare();
-    trial.ExpectSilence("the walk");
 }
 
 }  // namespace tvx::fuzz

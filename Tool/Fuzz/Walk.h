@@ -22,6 +22,9 @@ struct Step
     bool operator==(const Step&) const = default;
 };
 
+// Instead of an operation: the walk ends here, and the next one of its sort begins, with the same module.
+constexpr Step NextWalk = {0xFFFFFFFF, 0, 0};
+
 // Objects of the module beside a model of them. Each step is done to both; where they come to differ, the trial fails.
 class Walker
 {
@@ -49,10 +52,13 @@ std::span<const Walk* const> GetWalks();
 // Null when there is none of the name.
 const Walk* FindWalk(std::string_view name);
 
+// The export that has to be offered is.
+bool IsOffered(const Walk& walk, const host::PluginDocument& document);
+
 // Random steps of a walk.
 std::vector<Step> MakeSteps(const Walk& walk, check::Random& random, std::size_t count);
 
-// Does the steps in their order, and compares at the end and now and then before it.
+// Does the steps in their order, and compares at the end of each walk and now and then before it.
 void Follow(const Walk& walk, std::span<const Step> steps, check::Trial& trial);
 
 extern const Walk SettingsMapWalk;
