@@ -4,9 +4,11 @@
 #include "Tool/Checks/Doubles.h"
 #include "Tool/Checks/Trial.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace tvx::fuzz
 {
@@ -37,17 +39,28 @@ public:
         return place;
     }
 
-    // Each has its own reference here and as many as a model counts elsewhere.
+    // Keeps what was handed out for some steps, in place of what was kept there before. Null keeps nothing.
+    void Keep(std::uint32_t place, Ref<IObjectBase> object) { kept_[place % kept_.size()] = std::move(object); }
+
+    // Each has its own reference here, those of what is kept, and as many as a model counts elsewhere.
     template <class Count>
     void Compare(check::Trial& trial, Count&& count) const
     {
         for (std::size_t object = 1; object < Size; ++object)
             trial.Equal("the references on object " + std::to_string(object), objects_[object]->GetRefCount(),
-                        1 + static_cast<std::uint32_t>(count(object)));
+                        1 + CountKept(object) + static_cast<std::uint32_t>(count(object)));
     }
 
 private:
+    std::uint32_t CountKept(std::size_t object) const
+    {
+        const IObjectBase* const face = objects_[object].Get();
+        return static_cast<std::uint32_t>(std::count_if(
+            kept_.begin(), kept_.end(), [&](const Ref<IObjectBase>& kept) { return kept.Get() == face; }));
+    }
+
     std::array<Ref<check::ProbeObject>, Size> objects_;
+    std::array<Ref<IObjectBase>, 3> kept_;
 };
 
 }  // namespace tvx::fuzz
