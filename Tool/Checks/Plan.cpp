@@ -34,23 +34,23 @@ bool MatchesPattern(std::string_view pattern, std::string_view text)
     std::size_t at = 0;
     while (at < text.size())
     {
-        if (place < pattern.size() && (pattern[place] == '?' || pattern[place] == text[at]) && pattern[place] != '*')
-        {
-            ++place;
-            ++at;
-        }
-        else if (place < pattern.size() && pattern[place] == '*')
+        const char wanted = place < pattern.size() ? pattern[place] : '\0';
+        if (wanted == '*')
         {
             star = place++;
             starText = at;
+            continue;
         }
-        else if (star != std::string_view::npos)
+        if (place < pattern.size() && (wanted == '?' || wanted == text[at]))
         {
-            place = star + 1;
-            at = ++starText;
+            ++place;
+            ++at;
+            continue;
         }
-        else
+        if (star == std::string_view::npos)
             return false;
+        place = star + 1;
+        at = ++starText;
     }
     return pattern.find_first_not_of('*', place) == std::string_view::npos;
 }
