@@ -143,8 +143,8 @@ TEST(CheckCommand, WritesWhatSystemsThatShowTestsRead)
 TEST(CheckCommand, RefusesAtOnceAFileThatItsReportCannotBeWrittenTo)
 {
     const auto file = GetRealModule("TVXGenericPlugins").string();
-    EXPECT_TRUE(RefusedInOneLine(Check(file, {"--junit", "/no/such/folder/check.xml"}), 3,
-                                 "/no/such/folder/check.xml "));
+    EXPECT_TRUE(
+        RefusedInOneLine(Check(file, {"--junit", "/no/such/folder/check.xml"}), 3, "/no/such/folder/check.xml "));
 }
 
 TEST(CheckCommand, LeavesNothingBehind)
