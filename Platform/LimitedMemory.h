@@ -12,6 +12,8 @@ namespace tvx::Platform
 class LimitedMemory
 {
 public:
+    // Begins the limit.
+    //   bytes  that the process may get beyond those it has
     explicit LimitedMemory(std::size_t bytes);
     ~LimitedMemory();
     LimitedMemory(const LimitedMemory&) = delete;
