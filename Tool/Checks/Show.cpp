@@ -31,14 +31,14 @@ constexpr NamedCode NamedCodes[] = {
 
 void AppendShown(std::string& text, char character)
 {
-    constexpr const char Digits[] = "0123456789ABCDEF";
+    constexpr const char digits[] = "0123456789ABCDEF";
     const auto code = static_cast<unsigned char>(character);
     if (character == '\n')
         text += "\\n";
     else if (character == '\r')
         text += "\\r";
     else if (code < 0x20 || code > 0x7E)
-        text.append("\\x").append(1, Digits[code / 16]).append(1, Digits[code % 16]);
+        text.append("\\x").append(1, digits[code / 16]).append(1, digits[code % 16]);
     else
         text += character;
 }
