@@ -5,6 +5,7 @@
 #include "Host/DocumentTree.h"
 #include "Host/ModuleFile.h"
 
+#include <algorithm>
 #include <set>
 
 namespace tvx::host
@@ -95,6 +96,11 @@ std::vector<Export> ReadExports(DocumentTree& tree, pugi::xml_node root)
 }
 
 }  // namespace
+
+bool PluginDocument::Offers(std::string_view id) const
+{
+    return std::any_of(exports.begin(), exports.end(), [&](const Export& entry) { return entry.id == id; });
+}
 
 Outcome<PluginDocument> ParsePluginDocument(std::string_view text, std::string_view origin)
 {

@@ -49,6 +49,9 @@ struct PluginDocument
     std::string version;          // of the document's own form
     std::vector<Export> exports;  // what the module offers
 
+    // Whether there is an export of that identifier.
+    bool Offers(std::string_view id) const;
+
     bool operator==(const PluginDocument&) const = default;
 };
 

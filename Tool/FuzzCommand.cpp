@@ -94,7 +94,7 @@ std::vector<const fuzz::Walk*> FindWalks(const host::PluginDocument& document)
     std::vector<const fuzz::Walk*> walks;
     for (const auto* const walk : fuzz::GetWalks())
     {
-        if (fuzz::IsOffered(*walk, document))
+        if (document.Offers(walk->exportId))
             walks.push_back(walk);
     }
     return walks;
@@ -148,7 +148,7 @@ host::Outcome<fuzz::Replay> ReadReplay(const FuzzOptions& options)
     const auto document = host::ReadPluginDocument(options.file);
     if (!document)
         return document.GetError();
-    if (!fuzz::IsOffered(*replay->walk, *document))
+    if (!document->Offers(replay->walk->exportId))
         return host::MakeError(host::ErrorKind::BadSettings, host::DisplayName(options.reproduce) + " walks over " +
                                                                  replay->walk->exportId + ", which " +
                                                                  host::DisplayName(options.file) + " does not offer");

@@ -3,8 +3,6 @@
 
 #include "Host/PluginDocument.h"
 
-#include <algorithm>
-
 namespace tvx::check
 {
 
@@ -66,10 +64,7 @@ const host::Module& Trial::Load()
 
 Ref<IObjectBase> Trial::GetExport(const std::string& id)
 {
-    const auto& offered = GetDocument().exports;
-    const bool isOffered =
-        std::any_of(offered.begin(), offered.end(), [&](const host::Export& entry) { return entry.id == id; });
-    if (!isOffered)
+    if (!GetDocument().Offers(id))
         Skip("the module does not offer " + id);
     auto object = Load().GetExport(id);
     if (!object)

@@ -42,12 +42,6 @@ const Walk* FindWalk(std::string_view name)
     return found == Walks.end() ? nullptr : *found;
 }
 
-bool IsOffered(const Walk& walk, const host::PluginDocument& document)
-{
-    return std::any_of(document.exports.begin(), document.exports.end(),
-                       [&](const host::Export& entry) { return entry.id == walk.exportId; });
-}
-
 std::vector<Step> MakeSteps(const Walk& walk, check::Random& random, std::size_t count)
 {
     std::vector<Step> steps;

@@ -52,9 +52,6 @@ std::span<const Walk* const> GetWalks();
 // Null when there is none of the name.
 const Walk* FindWalk(std::string_view name);
 
-// The export that has to be offered is.
-bool IsOffered(const Walk& walk, const host::PluginDocument& document);
-
 // Random steps of a walk.
 std::vector<Step> MakeSteps(const Walk& walk, check::Random& random, std::size_t count);
 
