@@ -4,6 +4,7 @@
 #include "Host/LogLine.h"
 #include "Host/TextFile.h"
 #include "Tool/Narration.h"
+#include "Tool/TemporaryFolder.h"
 #include "Tool/Tour.h"
 
 #include <sstream>
@@ -16,25 +17,6 @@ namespace
 
 constexpr const char LoggerExport[] = "com.talvere.general.tvx.BasicLogger/1.0";
 constexpr const char CrashDumpContract[] = "com.talvere.general.tvx.contract.CrashDumpServer/1.0";
-
-// A folder among the system's temporary files, gone with this object. Its path is empty when there cannot be one.
-class TemporaryFolder
-{
-public:
-    TemporaryFolder() = default;
-    ~TemporaryFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::filesystem::path& GetPath() const { return path_; }
-
-private:
-    const std::filesystem::path path_ = MakeTourFolder();
-};
 
 // A record keeps null for a text that was given as null, and not every level has a name.
 const char* ToShow(const char* text)
@@ -90,8 +72,6 @@ bool Tour::UseLogger()
 {
     OpenChapter("Log. What is written, and where, is said by the configuration for each logger name.");
     const TemporaryFolder folder;
-    if (folder.GetPath().empty())
-        return Fail({host::ErrorKind::CannotRead, "no folder can be made among the temporary files"});
     const auto log = folder.GetPath() / "net.log";
     const auto server = MakeRef<host::CrashDumpServer>();
     manager_->Offer(CrashDumpContract, Ref<IObjectBase>(server));

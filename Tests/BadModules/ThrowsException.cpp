@@ -2,7 +2,8 @@
 #include "Tests/BadModules/Maps.h"
 #include "Tests/BadModules/OneExport.h"
 
-#include <stdexcept>
+#include <filesystem>
+#include <system_error>
 
 namespace tvx::bad
 {
@@ -10,11 +11,14 @@ namespace tvx::bad
 namespace
 {
 
-// Throws across the interface when a null key is written.
+// Throws across the interface when a null key is written, and of a kind that who calls it may throw for its own reasons.
 class Wrong final : public NullKeyMap
 {
 public:
-    Result SetNullKey(IObject*) override { throw std::invalid_argument("there is no key"); }
+    Result SetNullKey(IObject*) override
+    {
+        throw std::filesystem::filesystem_error("there is no key", std::make_error_code(std::errc::invalid_argument));
+    }
 };
 
 }  // namespace

@@ -161,7 +161,7 @@ TEST(CheckCommand, BlamesNoModuleForItsOwnSurroundings)
 {
     const auto file = GetRealModule("TVXGenericPlugins").string();
     EXPECT_TRUE(RefusedInOneLine(RunTvx({"check", file, "--only", "logger"}, WithTemporaryFolder("/no/such/folder")), 3,
-                                 "filesystem error: temp_directory_path: "));
+                                 "no folder can be made in the folder for temporary files: "));
 }
 
 TEST(CheckCommand, RefusesWhatIsNoFile)

@@ -133,7 +133,7 @@ TEST(TourCommand, TakesItsLogFilesAway)
     Program program;
     program.environment["TMPDIR"] = folder.GetPath().string();
     const auto run = RunTvx({"tour", TVX_SETTINGS_FILE}, program);
-    EXPECT_TRUE(HasInOrder(run.output, {"goes along with a crash report: " + folder.GetPath().string() + "/tvx-tour-",
+    EXPECT_TRUE(HasInOrder(run.output, {"goes along with a crash report: " + folder.GetPath().string() + "/tvx-",
                                         "/net.log (Log File)\n"}));
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.GetPath()))
         EXPECT_TRUE(entry.is_directory() || entry.path().extension() == ".png") << entry.path();

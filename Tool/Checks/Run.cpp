@@ -2,6 +2,7 @@
 #include "Tool/Checks/Run.h"
 
 #include "Tool/Checks/Trial.h"
+#include "Tool/TemporaryFolder.h"
 
 #include <chrono>
 #include <exception>
@@ -52,7 +53,7 @@ catch (const Ending& ending)
 {
     return ending.outcome;
 }
-catch (const std::filesystem::filesystem_error& failure)  // of the checks: no operation has a reason to throw this one
+catch (const tool::NoTemporaryFolder& failure)
 {
     return {Verdict::Skipped, host::MakeOneLine(failure.what())};
 }
