@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 #include <iterator>
 
@@ -109,6 +110,24 @@ TEST_P(FuzzBadModules, AreFoundAlikeWithTheSameSeed)
     const auto again = FindReplay(folder_.GetPath() / "again");
     EXPECT_EQ(found.filename(), again.filename());
     EXPECT_EQ(fuzz::Describe(ReadReplay(found)), fuzz::Describe(ReadReplay(again)));
+}
+
+// Of the two sorts of walks over this module one goes on without a finding, and must not until the time is over.
+TEST(FuzzTrouble, EndsEverything)
+{
+    const ScratchFolder folder;
+    const auto module = (std::filesystem::path(TVX_BAD_MODULE_FOLDER) / "AbsentFails.tvxlib").string();
+    const auto fuzz = [&](const std::string& name, const std::string& seconds) {
+        return RunTvx({"fuzz", module, "--jobs", "2", "--seconds", seconds, "-o", (folder.GetPath() / name).string()});
+    };
+    fuzz("found", "1");
+    const auto name = FindReplay(folder.GetPath() / "found").filename();
+    std::filesystem::create_directories(folder.GetPath() / "taken" / name);
+    const auto start = std::chrono::steady_clock::now();
+    const auto run = fuzz("taken", "300");
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_TRUE(HasInOrder(run.errors, {"tvx: ", name.string()}));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::minutes(2));
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, FuzzBadModules, testing::ValuesIn(BadWalks),

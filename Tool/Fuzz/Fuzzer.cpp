@@ -63,15 +63,15 @@ private:
     catch (...)
     {
         const std::lock_guard guard(lock_);
-        waiting_.clear();
+        isStopped_ = true;
         throw;
     }
 
-    // None when the time is over or every sort has found something.
+    // None when the time is over, every sort has found something, or there was trouble.
     std::optional<Lane> TakeLane()
     {
         const std::lock_guard guard(lock_);
-        if (waiting_.empty() || Clock::now() >= deadline_)
+        if (isStopped_ || waiting_.empty() || Clock::now() >= deadline_)
             return std::nullopt;
         const auto lane = waiting_.front();
         waiting_.pop_front();
@@ -108,6 +108,7 @@ private:
     std::mutex lock_;
     std::deque<Lane> waiting_;
     std::uint64_t walks_ = 0;
+    bool isStopped_ = false;
 };
 
 }  // namespace
