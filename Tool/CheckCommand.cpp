@@ -106,7 +106,7 @@ ExitCode GetExitCode(const check::Report& report)
 {
     if (report.Count(check::Verdict::Crashed) > 0 || report.load == check::Verdict::Crashed)
         return Misbehaved;
-    if (report.load == check::Verdict::Failed)
+    if (report.load != check::Verdict::Passed)
         return CannotRead;
     return report.Count(check::Verdict::Failed) > 0 ? AnswerIsNo : Ok;
 }

@@ -64,13 +64,22 @@ TEST_P(BadModules, AreFoundByExactlyTheChecksThatShouldFindThem)
 INSTANTIATE_TEST_SUITE_P(Each, BadModules, testing::ValuesIn(GetBadModules()),
                          [](const testing::TestParamInfo<BadModule>& row) { return std::string(row.param.name); });
 
-// The exit code of a module that cannot be loaded does not depend on what was selected.
-TEST(UnloadableModules, AreToldSoWhateverIsSelected)
+// Also where it is not the check of the loading that was selected.
+TEST(UnloadableModules, AreToldSoWhereLoadingIsNeeded)
 {
-    const std::vector<std::string> selection = {"document"};
-    EXPECT_EQ(Check(GetBadModule("NeedsMissingFunction"), "60", selection).exitCode, 3);
-    EXPECT_EQ(Check(GetBadModule("CrashesAtLoad"), "60", selection).exitCode, 4);
-    EXPECT_EQ(Check(GetBadModule("CrashesAtLoad"), "60", selection).findings, std::set<std::string>());
+    EXPECT_EQ(Check(GetBadModule("NeedsMissingFunction"), "60", {"exports"}).exitCode, 3);
+    EXPECT_EQ(Check(GetBadModule("CrashesAtLoad"), "60", {"exports"}).exitCode, 4);
+    EXPECT_EQ(Check(GetBadModule("CrashesAtLoad"), "60", {"exports"}).findings, std::set<std::string>());
+    const auto run = RunTvx({"check", GetBadModule("CrashesAtLoad").string(), "--only", "exports"});
+    EXPECT_TRUE(HasInOrder(run.output, {"checks: the module cannot be loaded: expected the check to end"}));
+}
+
+// It would crash.
+TEST(UnloadableModules, AreNotLoadedForTheirDocument)
+{
+    const auto run = Check(GetBadModule("CrashesAtLoad"), "60", {"document", "load-exports-get-export-only"});
+    EXPECT_EQ(run.exitCode, 0) << run.messages;
+    EXPECT_GE(run.passed, 40u);
 }
 
 TEST(RealModules, NoCheckFindsAnythingInTheGenericPlugins)

@@ -19,7 +19,7 @@ struct Report
     std::uint64_t seed = 1;
     double seconds = 0;
     std::vector<Finding> findings;
-    Verdict load = Verdict::Passed;  // what came of loading the module, whether that was selected or not
+    Verdict load = Verdict::Passed;  // what came of loading the module, selected or not; passed where nothing needed it
 
     std::size_t Count(Verdict verdict) const;
 };

@@ -37,15 +37,21 @@ const PlannedCheck& GetLoadCheck()
     return plan.front();
 }
 
-// What is known of a module before its checks are run: what it offers, and whether it can be loaded, which is tried first.
-// Where that tells what a check would come to, the check is not run.
+bool NeedsLoading(const PlannedCheck& planned)
+{
+    return planned.family->needs != Needs::File;
+}
+
+// What is known of a module before its checks are run: what it offers, and whether it can be loaded, which is tried first
+// where any of them needs it. Where that tells what a check would come to, the check is not run.
 class Gate
 {
 public:
-    Gate(const std::filesystem::path& file, const RunCheck& run)
-        : document_(host::ReadPluginDocument(file)),
-          load_(run(GetLoadCheck()))
+    Gate(const std::vector<PlannedCheck>& plan, const std::filesystem::path& file, const RunCheck& run)
+        : document_(host::ReadPluginDocument(file))
     {
+        if (std::any_of(plan.begin(), plan.end(), NeedsLoading))
+            load_ = run(GetLoadCheck());
     }
 
     const Outcome& GetLoad() const { return load_; }
@@ -54,9 +60,8 @@ public:
     {
         if (planned.check == GetLoadCheck().check)
             return load_;
-        const bool isLoaded = load_.verdict == Verdict::Passed || planned.family->needs == Needs::File;
-        if (!isLoaded)
-            return Outcome{Verdict::Skipped, std::string("the module cannot be loaded, as ") + LoadCheckName + " says"};
+        if (load_.verdict != Verdict::Passed && NeedsLoading(planned))
+            return Outcome{Verdict::Skipped, "the module cannot be loaded: " + load_.message};
         return Refuse(planned.family->exportId);
     }
 
@@ -67,9 +72,7 @@ private:
             return std::nullopt;
         if (!document_)
             return Outcome{Verdict::Skipped, document_.GetError().message};
-        const bool isOffered = std::any_of(document_->exports.begin(), document_->exports.end(),
-                                           [&](const host::Export& entry) { return entry.id == exportId; });
-        if (!isOffered)
+        if (!document_->Offers(exportId))
             return Outcome{Verdict::Skipped, std::string("the module does not offer ") + exportId};
         return std::nullopt;
     }
@@ -176,7 +179,7 @@ Outcome TryToLoad(const RunOptions& options)
 Verdict RunInChildren(const std::vector<PlannedCheck>& plan, const RunOptions& options, const TellFinding& tell)
 {
     const RunCheck run = [&](const PlannedCheck& planned) { return RunInChild(planned, options); };
-    const Gate gate(options.file, run);
+    const Gate gate(plan, options.file, run);
     std::vector<std::promise<Outcome>> promises(plan.size());
     std::vector<std::future<Outcome>> outcomes;
     for (auto& promise : promises)
@@ -200,7 +203,7 @@ Verdict RunInThisProcess(const std::vector<PlannedCheck>& plan, const RunOptions
 {
     const RunCheck run = [&](const PlannedCheck& planned)
     { return MakeShowable(Run(planned, options.file, options.seed, output)); };
-    const Gate gate(options.file, run);
+    const Gate gate(plan, options.file, run);
     for (const auto& planned : plan)
     {
         const auto known = gate.FindOutcome(planned);
