@@ -5,9 +5,19 @@
 
 #include <atomic>
 #include <cstdint>
+#include <type_traits>
 
 namespace tvx
 {
+
+// A base of classes whose objects mostly have one holder from beginning to end. Who holds the only reference is alone with the
+// object, so that letting it go needs no locked operation; looking first costs objects that are shared a little.
+class MostlyUnshared
+{
+protected:
+    MostlyUnshared() = default;
+    ~MostlyUnshared() = default;
+};
 
 // The six operations of IObjectBase for Class, which derives from this and says in Class::Interfaces what it answers.
 // Faces are the interfaces of the class, the primary one first; their slots stand as declared, none is added.
@@ -22,10 +32,13 @@ public:
 
     std::uint32_t Release() final
     {
+        if constexpr (std::is_base_of_v<MostlyUnshared, Class>)
+        {
+            if (count_.load(std::memory_order_acquire) == 1)
+                return Destroy();
+        }
         const auto count = count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
-        if (count == 0)
-            delete static_cast<Class*>(this);
-        return count;
+        return count == 0 ? Destroy() : count;
     }
 
     Result DoQueryInterface(const char* id, void** out) final
@@ -44,11 +57,23 @@ public:
 
     std::uint32_t GetRefCount() final { return count_.load(std::memory_order_acquire); }
 
+    // The first reference, for MakeRef only: nobody else knows the object yet, so that nothing needs to be locked. (No
+    // constructor can share its object with other threads: whoever lets go of a reference there destroys it.)
+    void AddFirstRef() noexcept { count_.store(count_.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed); }
+
 protected:
     CountedImpl() = default;
     ~CountedImpl() = default;
 
 private:
+    // Gives the count. Apart from Release: what a destructor needs to save would be saved by every release.
+    [[gnu::noinline]] std::uint32_t Destroy()
+    {
+        count_.store(0, std::memory_order_relaxed);
+        delete static_cast<Class*>(this);
+        return 0;
+    }
+
     std::atomic<std::uint32_t> count_{0};
 };
 

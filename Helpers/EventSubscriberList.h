@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Helpers/EventKeys.h"
+#include "Helpers/OwnerLock.h"
 #include "Interfaces/IObject.h"
 
 #include <algorithm>
-#include <cstring>
-#include <list>
+#include <atomic>
+#include <cstddef>
 #include <mutex>
-#include <string>
-#include <string_view>
+#include <vector>
 
 namespace tvx
 {
@@ -23,36 +24,52 @@ public:
     // Adds a subscription of handler to the event at the end; one that is there already counts once more.
     void Subscribe(const char* interfaceId, const char* eventName, IEventHandler* handler, std::uint64_t userData)
     {
-        const std::lock_guard<std::recursive_mutex> guard(lock_);
-        subscriptions_.push_back({MakeKey(interfaceId, eventName), handler, userData});
+        const std::lock_guard<OwnerLock> guard(lock_);
+        auto& key = keys_.FindOrAdd({interfaceId, eventName});
+        subscriptions_.push_back({&key, handler, userData});
+        ++key.uses;
+        ++count_;
     }
 
     // Removes the oldest subscription of handler to the event; null removes every subscription of the list.
     void Unsubscribe(const char* interfaceId, const char* eventName, const IEventHandler* handler) noexcept
     {
-        const std::lock_guard<std::recursive_mutex> guard(lock_);
+        const std::lock_guard<OwnerLock> guard(lock_);
+        const auto* const key = keys_.Find({interfaceId, eventName});
         for (auto& subscription : subscriptions_)
         {
-            const bool meant = subscription.handler == handler && IsKey(subscription.key, interfaceId, eventName);
-            if (handler != nullptr && !meant)
+            const bool meant = subscription.handler == handler && subscription.key == key;
+            if (subscription.key == nullptr || (handler != nullptr && !meant))
                 continue;
-            subscription.handler = nullptr;
+            Remove(subscription);
             if (handler != nullptr)
                 break;
         }
         DropRemoved();
     }
 
+    // Whether anybody is subscribed to anything. Waits for nobody.
+    bool HasSubscribers() const noexcept { return count_.load(std::memory_order_acquire) > 0; }
+
     // Calls every handler of the event on this thread, in the order of subscription. A handler's result is ignored, and so
     // is an exception that it lets out.
-    void Fire(const char* interfaceId, const char* eventName, IObject* sender, std::uint64_t param) noexcept
+    //
+    // Never a part of its callers, which have nothing to save where nobody ever subscribed.
+    [[gnu::noinline]] void Fire(const char* interfaceId, const char* eventName, IObject* sender,
+                                std::uint64_t param) noexcept
     {
-        const std::lock_guard<std::recursive_mutex> guard(lock_);
+        const std::lock_guard<OwnerLock> guard(lock_);
+        const EventName event{interfaceId, eventName};
+        const auto* const key = keys_.Find(event);
+        if (key == nullptr)
+            return;
         ++firing_;
-        for (const auto& subscription : subscriptions_)
+        // Handlers may make the list longer, which may move it.
+        for (std::ptrdiff_t i = 0; subscriptions_.begin() + i != subscriptions_.end(); ++i)
         {
-            if (subscription.handler != nullptr && IsKey(subscription.key, interfaceId, eventName))
-                Call(subscription, interfaceId, eventName, sender, param);
+            const auto& subscription = subscriptions_.begin()[i];
+            if (subscription.key == key)
+                Call(subscription, event, sender, param);
         }
         --firing_;
         DropRemoved();
@@ -61,49 +78,54 @@ public:
 private:
     struct Subscription
     {
-        std::string key;
-        IEventHandler* handler;  // null once removed
+        EventKeys::Key* key;  // null once removed
+        IEventHandler* handler;
         std::uint64_t userData;
     };
 
-    static constexpr std::string_view Separator = "::";
-
-    static std::string MakeKey(const char* interfaceId, const char* eventName)
-    {
-        return std::string(interfaceId).append(Separator).append(eventName);
-    }
-
-    // Whether MakeKey(interfaceId, eventName) would be key, without making it.
-    static bool IsKey(std::string_view key, std::string_view interfaceId, std::string_view eventName) noexcept
-    {
-        return key.size() == interfaceId.size() + Separator.size() + eventName.size() &&
-               key.substr(0, interfaceId.size()) == interfaceId &&
-               key.substr(interfaceId.size(), Separator.size()) == Separator &&
-               key.substr(interfaceId.size() + Separator.size()) == eventName;
-    }
-
-    static void Call(const Subscription& subscription, const char* interfaceId, const char* eventName, IObject* sender,
+    static void Call(const Subscription& subscription, const EventName& event, IObject* sender,
                      std::uint64_t param) noexcept
     {
         try
         {
-            subscription.handler->OnEvent(sender, interfaceId, eventName, param, subscription.userData);
+            subscription.handler->OnEvent(sender, event.interfaceId, event.name, param, subscription.userData);
         }
         catch (...)
         {
         }
     }
 
-    // While a walk is under way removed subscriptions only stand empty, so that the walk never loses its place.
-    void DropRemoved() noexcept
+    void Remove(Subscription& subscription) noexcept
     {
-        if (firing_ == 0)
-            subscriptions_.remove_if([](const Subscription& subscription) { return subscription.handler == nullptr; });
+        --count_;
+        --subscription.key->uses;
+        subscription.key = nullptr;
+        hasRemoved_ = true;
     }
 
-    std::recursive_mutex lock_;
-    std::list<Subscription> subscriptions_;
+    // While a walk is under way removed subscriptions only stand empty, so that the walk never loses its place, and its key
+    // stays.
+    void DropRemoved() noexcept
+    {
+        if (firing_ == 0 && hasRemoved_)
+            EraseRemoved();
+    }
+
+    [[gnu::noinline]] void EraseRemoved() noexcept
+    {
+        hasRemoved_ = false;
+        const auto isRemoved = [](const Subscription& subscription) { return subscription.key == nullptr; };
+        subscriptions_.erase(std::remove_if(subscriptions_.begin(), subscriptions_.end(), isRemoved),
+                             subscriptions_.end());
+        keys_.DropUnused();
+    }
+
+    OwnerLock lock_;
+    EventKeys keys_;
+    std::vector<Subscription> subscriptions_;
+    std::atomic<std::size_t> count_{0};  // of subscriptions that have not been removed
     int firing_ = 0;
+    bool hasRemoved_ = false;
 };
 
 }  // namespace tvx

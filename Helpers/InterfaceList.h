@@ -1,11 +1,37 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Helpers/EqualBytes.h"
+
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 #include <type_traits>
 
 namespace tvx
 {
+
+namespace detail
+{
+
+// Whether text is the identifier of Wanted. Identifiers begin alike and end differently: the last bytes are looked at first.
+template <class Wanted>
+bool IsIdOf(std::string_view text) noexcept
+{
+    using Ending = std::uint64_t;
+    constexpr std::string_view id = Wanted::Id;
+    if (text.size() != id.size())
+        return false;
+    if constexpr (id.size() > sizeof(Ending))
+    {
+        constexpr auto ending = id.size() - sizeof(Ending);
+        if (!IsSameWord<Ending>(text.data() + ending, id.data() + ending))
+            return false;
+    }
+    return EqualBytes(text.data(), id.data(), id.size());
+}
+
+}  // namespace detail
 
 // An entry of an interface list that answers the identifier of Answered with the face Face, where the plain rule would
 // choose another.
@@ -46,7 +72,7 @@ private:
     template <class Class, class Wanted>
     static bool TestEntry(Class& object, std::string_view id, void*& face, Wanted*)
     {
-        if (id != Wanted::Id)
+        if (!detail::IsIdOf<Wanted>(id))
             return false;
         face = GetFace<Wanted>(object);
         return true;
@@ -55,7 +81,7 @@ private:
     template <class Class, class Answered, class Face>
     static bool TestEntry(Class& object, std::string_view id, void*& face, AnsweredBy<Answered, Face>*)
     {
-        if (id != Answered::Id)
+        if (!detail::IsIdOf<Answered>(id))
             return false;
         face = static_cast<Answered*>(static_cast<Face*>(&object));
         return true;

@@ -25,9 +25,8 @@ protected:
     // already half destroyed.
     ~ObjectImpl()
     {
-        const std::unique_ptr<EventLists> lists(lists_.load(std::memory_order_acquire));
-        if (lists)
-            lists->destroyed.Fire(IObject::Id, DestroyedEvent, reinterpret_cast<IObject*>(this), 0);
+        if (auto* const lists = lists_.load(std::memory_order_acquire))
+            FireDestroyed(lists);
     }
 
     // Subscribes handler to an event of the class's own interfaces, or unsubscribes it. Without memory nothing is subscribed.
@@ -50,6 +49,13 @@ protected:
             lists->own.Fire(interfaceId, eventName, sender, param);
     }
 
+    // Whether anybody is subscribed to one of those, for who saves the work where nobody is.
+    bool HasSubscribers() const noexcept
+    {
+        const auto* const lists = lists_.load(std::memory_order_acquire);
+        return lists != nullptr && lists->own.HasSubscribers();
+    }
+
     // What an event carries as its parameter: an object's address, 0 for none.
     static std::uint64_t ToParameter(const void* object) noexcept { return reinterpret_cast<std::uintptr_t>(object); }
 
@@ -68,6 +74,13 @@ private:
     };
 
     static constexpr const char* DestroyedEvent = "Destroyed";
+
+    // Takes the lists. Apart from the destructor, which most objects leave at once.
+    [[gnu::noinline]] void FireDestroyed(EventLists* taken) noexcept
+    {
+        const std::unique_ptr<EventLists> lists(taken);
+        lists->destroyed.Fire(IObject::Id, DestroyedEvent, reinterpret_cast<IObject*>(this), 0);
+    }
 
     void ConnectTo(EventSubscriberList EventLists::*list, const char* interfaceId, const char* eventName,
                    IEventHandler* handler, std::uint64_t userData, bool connect) noexcept

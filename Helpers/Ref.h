@@ -26,6 +26,29 @@ struct HasTail<Class, void(Arguments...),
 {
 };
 
+template <class Class, class = void>
+struct CountsFirstRef : std::false_type
+{
+};
+
+template <class Class>
+struct CountsFirstRef<Class, std::void_t<decltype(std::declval<Class&>().AddFirstRef())>> : std::true_type
+{
+};
+
+// The holder of the first reference on an object that was just made.
+template <class Class>
+Ref<Class> HoldFirst(Class* made)
+{
+    if constexpr (CountsFirstRef<Class>::value)
+    {
+        made->AddFirstRef();
+        return Ref<Class>::Adopt(made);
+    }
+    else
+        return Ref<Class>(made);
+}
+
 }  // namespace detail
 
 // Bytes that an object keeps behind itself, in the same allocation.
@@ -42,9 +65,9 @@ template <class Class, class... Arguments>
 Ref<Class> MakeRef(Arguments&&... arguments)
 {
     if constexpr (detail::HasTail<Class, void(Arguments...)>::value)
-        return Ref<Class>(new (Class::GetTailSize(arguments...)) Class(std::forward<Arguments>(arguments)...));
+        return detail::HoldFirst(new (Class::GetTailSize(arguments...)) Class(std::forward<Arguments>(arguments)...));
     else
-        return Ref<Class>(new Class(std::forward<Arguments>(arguments)...));
+        return detail::HoldFirst(new Class(std::forward<Arguments>(arguments)...));
 }
 
 // Asks object for the interface Wanted; empty when object is null or refuses.

@@ -13,7 +13,7 @@ namespace tvx
 
 // What the six variants share: every getter refuses, until the class of the type overrides its own. Values never change, so
 // any thread may read them. A variant writes its tag under "type" and its value under "value".
-class Variant : public ClassImpl<Variant, IVariant, ISerializable>
+class Variant : public ClassImpl<Variant, IVariant, ISerializable>, public MostlyUnshared
 {
 public:
     using Interfaces = InterfaceList<IVariant, IObject, IObjectBase, ISerializable>;

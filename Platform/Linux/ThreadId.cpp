@@ -30,17 +30,22 @@ bool RegisterRefresh() noexcept
     return pthread_atfork(nullptr, nullptr, &RefreshInChild) == 0;
 }
 
-}  // namespace
-
-std::uint32_t GetCurrentThreadId() noexcept
+// Never a part of its caller, which has nothing to save where the number is known.
+[[gnu::noinline]] std::uint32_t AskOnce() noexcept
 {
-    if (cachedId != 0)
-        return cachedId;
     static const bool refreshes = RegisterRefresh();
     const auto id = AskSystem();
     if (refreshes)
         cachedId = id;
     return id;
+}
+
+}  // namespace
+
+std::uint32_t GetCurrentThreadId() noexcept
+{
+    const auto id = cachedId;
+    return id != 0 ? id : AskOnce();
 }
 
 }  // namespace tvx::Platform

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace tvx::test
 {
 
@@ -47,6 +49,35 @@ void* Find(Both& object, const char* id)
     return InterfaceList<Left2, Left, Root, Right>::FindFace(object, id);
 }
 
+// Identifiers that are longer than what is looked at first, and one of just that length.
+struct Long
+{
+    static constexpr const char Id[] = "com.example.ILong/1.0";
+    int value = 0;
+};
+
+struct LongOther
+{
+    static constexpr const char Id[] = "com.example.IGong/1.0";
+    int value = 0;
+};
+
+struct LongNewer
+{
+    static constexpr const char Id[] = "com.example.ILong/1.1";
+    int value = 0;
+};
+
+struct Eight
+{
+    static constexpr const char Id[] = "long/1.0";
+    int value = 0;
+};
+
+struct Longs : Long, LongOther, LongNewer, Eight
+{
+};
+
 }  // namespace
 
 TEST(InterfaceList, FindsNothingForAnIdentifierThatIsNotListed)
@@ -62,6 +93,28 @@ TEST(InterfaceList, FindsNothingForAPrefixOrALongerText)
     EXPECT_EQ(Find(object, "lef"), nullptr);
     EXPECT_EQ(Find(object, "left22"), nullptr);
     EXPECT_EQ(Find(object, "Left"), nullptr);
+}
+
+TEST(InterfaceList, TellsIdentifiersApartByEveryByte)
+{
+    Longs object;
+    using List = InterfaceList<Long, LongOther, LongNewer, Eight>;
+    EXPECT_EQ(List::FindFace(object, Long::Id), static_cast<Long*>(&object));
+    EXPECT_EQ(List::FindFace(object, LongOther::Id), static_cast<LongOther*>(&object));
+    EXPECT_EQ(List::FindFace(object, LongNewer::Id), static_cast<LongNewer*>(&object));
+    EXPECT_EQ(List::FindFace(object, Eight::Id), static_cast<Eight*>(&object));
+    for (const std::string id : {Long::Id, LongOther::Id, LongNewer::Id, Eight::Id})
+    {
+        for (std::size_t place = 0; place < id.size(); ++place)
+        {
+            auto changed = id;
+            changed[place] = '*';
+            EXPECT_EQ(List::FindFace(object, changed), nullptr) << changed;
+        }
+        for (std::size_t length = 0; length < id.size(); ++length)
+            EXPECT_EQ(List::FindFace(object, id.substr(0, length)), nullptr) << id << ", " << length;
+        EXPECT_EQ(List::FindFace(object, id + "0"), nullptr);
+    }
 }
 
 TEST(InterfaceList, GivesTheFaceOfTheInterfaceItself)
