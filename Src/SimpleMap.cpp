@@ -40,7 +40,7 @@ try
     TVX_RETURN_EPOINTER_IF_NULL(key);
     if (value == nullptr)
         return TVX_E_POINTER;
-    SetEntry(key, value);
+    entries_.Set(key, value);
     if (batchUpdating_)
         changePending_ = true;
     else
@@ -56,10 +56,10 @@ Result SimpleMap::GetDouble(const char* key, double* out)
 {
     TVX_RETURN_EPOINTER_IF_NULL(key);
     TVX_RETURN_EPOINTER_IF_NULL(out);
-    const auto* const value = FindValue(key);
-    if (value == nullptr)
+    const auto* const entry = entries_.Find(key);
+    if (entry == nullptr)
         return TVX_S_NOKEY;
-    *out = ReadDouble(value->c_str());
+    *out = ReadDouble(entry->GetValueText());
     return TVX_OK;
 }
 
@@ -67,10 +67,10 @@ Result SimpleMap::GetInt(const char* key, std::int32_t* out)
 {
     TVX_RETURN_EPOINTER_IF_NULL(key);
     TVX_RETURN_EPOINTER_IF_NULL(out);
-    const auto* const value = FindValue(key);
-    if (value == nullptr)
+    const auto* const entry = entries_.Find(key);
+    if (entry == nullptr)
         return TVX_S_NOKEY;
-    *out = ReadInt(value->c_str());
+    *out = ReadInt(entry->GetValueText());
     return TVX_OK;
 }
 
@@ -78,10 +78,10 @@ Result SimpleMap::GetString(const char* key, IString** out)
 {
     TVX_RETURN_EPOINTER_IF_NULL(key);
     TVX_RETURN_EPOINTER_IF_NULL(out);
-    const auto* const value = FindValue(key);
-    if (value == nullptr)
+    const auto* const entry = entries_.Find(key);
+    if (entry == nullptr)
         return TVX_S_NOKEY;
-    const auto made = HandOutNew<String>(out, *value);
+    const auto made = HandOutNew<String>(out, entry->GetValue());
     return TVX_FAILED(made) ? made : TVX_S_VALUE;
 }
 
@@ -104,7 +104,7 @@ try
     if (TVX_FAILED(copied))
         return copied;
     HandOut<ISimpleMap>(map.Get(), out);
-    return map->entries_.empty() ? TVX_S_NOKEY : TVX_S_VALUE;
+    return map->entries_.GetCount() == 0 ? TVX_S_NOKEY : TVX_S_VALUE;
 }
 catch (...)  // want of memory
 {
@@ -182,7 +182,7 @@ Result SimpleMap::HasKey(const char* key, bool* out)
     TVX_CHECK_PRECOND(out != nullptr);
     if (key == nullptr)
         return TVX_E_POINTER;
-    *out = FindValue(key) != nullptr;
+    *out = entries_.Find(key) != nullptr;
     return TVX_OK;
 }
 
@@ -190,11 +190,10 @@ Result SimpleMap::Clone(ISimpleMap** out)
 try
 {
     TVX_CHECK_PRECOND(out != nullptr);
-    const auto copy = MakeRef<SimpleMap>();
-    copy->entries_ = entries_;
+    auto copy = MakeRef<SimpleMap>(entries_);
     copy->batchUpdating_ = batchUpdating_;
     copy->changePending_ = changePending_;
-    HandOut<ISimpleMap>(copy.Get(), out);
+    *out = copy.Detach();
     return TVX_OK;
 }
 catch (...)  // want of memory
@@ -261,47 +260,41 @@ Result SimpleMap::Serialize(ISerializer* writer)
 {
     TVX_RETURN_EPOINTER_IF_NULL(writer);
     writer->BeginArray(CSimpleMapFactory::ValuesName);
-    for (const auto& [key, value] : entries_)
+    for (EntryPlace place(entries_); place.Get() != nullptr; place.MoveOn())
     {
-        writer->WriteString(key.c_str());
-        writer->WriteString(value.c_str());
+        writer->WriteString(place.Get()->GetKeyText());
+        writer->WriteString(place.Get()->GetValueText());
     }
     writer->EndArray();
     return TVX_OK;
 }
 
-const std::string* SimpleMap::FindValue(const char* key) const
-{
-    const auto found = entries_.find(std::string_view(key));
-    return found == entries_.end() ? nullptr : &found->second;
-}
-
-void SimpleMap::SetEntry(std::string_view key, std::string_view value)
-{
-    const auto place = entries_.lower_bound(key);
-    if (place != entries_.end() && place->first == key)
-        place->second.assign(value);
-    else
-        entries_.emplace_hint(place, key, value);
-}
-
 // An iterator of this map's own goes straight to the first key below the prefix and ends with the last one. The iterator of
 // a derived class may be of any kind and order, and is walked to its end.
-Result SimpleMap::CopyBelow(const std::string& prefix, ISimpleMapIterator& iterator, ISimpleMap& target)
+Result SimpleMap::CopyBelow(const std::string& prefix, ISimpleMapIterator& iterator, SimpleMap& target)
 {
     auto* const ordered = dynamic_cast<CSimpleMapIterator*>(&iterator);
     if (ordered != nullptr)
-        ordered->Seek(prefix);
+    {
+        target.AddBelow(prefix, ordered->GetPlace());
+        return TVX_OK;
+    }
     for (const char* key = iterator.GetKey(); key != nullptr; iterator.Next(), key = iterator.GetKey())
     {
         const bool below = std::string_view(key).starts_with(prefix);
-        if (!below && ordered != nullptr)
-            break;
         const auto written = below ? target.SetString(key + prefix.size(), iterator.GetValue()) : TVX_OK;
         if (TVX_FAILED(written))
             return written;
     }
     return TVX_OK;
+}
+
+// Into a new map, as SetString would write it there; nobody can have overridden it or listen.
+void SimpleMap::AddBelow(const std::string& prefix, EntryPlace place)
+{
+    place.Seek(prefix);
+    entries_.AddBelow(prefix, place);
+    changePending_ = entries_.GetCount() > 0;
 }
 
 // The mode is restored whatever happens in between, without its own event when there is no memory for that.

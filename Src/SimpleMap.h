@@ -6,10 +6,10 @@
 #include "Interfaces/ISimpleMap.h"
 #include "Interfaces/IVariant.h"
 #include "InterfacesHelpers/UserDataContainer.h"
+#include "Src/EntryPlace.h"
 #include "Src/EntryTable.h"
 
 #include <string>
-#include <string_view>
 
 namespace tvx
 {
@@ -25,6 +25,8 @@ public:
                                      IObject, IObjectBase, ISerializable, IUserDataContainer>;
 
     SimpleMap() = default;
+    // With a copy of entries, for Clone.
+    explicit SimpleMap(const EntryTable& entries) : entries_(entries) {}
 
     Result SetDouble(const char* key, double value) override;
     Result SetInt(const char* key, std::int32_t value) override;
@@ -55,10 +57,8 @@ public:
     virtual ~SimpleMap() = default;
 
 private:
-    // Null when the key is absent.
-    const std::string* FindValue(const char* key) const;
-    void SetEntry(std::string_view key, std::string_view value);
-    static Result CopyBelow(const std::string& prefix, ISimpleMapIterator& iterator, ISimpleMap& target);
+    static Result CopyBelow(const std::string& prefix, ISimpleMapIterator& iterator, SimpleMap& target);
+    void AddBelow(const std::string& prefix, EntryPlace place);
     Result WriteBelow(const std::string& prefix, ISimpleMapIterator& source);
     Result WriteEntries(const std::string& prefix, ISimpleMapIterator& source);
     void FirePendingChange();

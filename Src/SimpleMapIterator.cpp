@@ -9,7 +9,7 @@ namespace tvx
 Result CSimpleMapIterator::Next()
 {
     if (!IsAtEnd())
-        MoveOn();
+        place_.MoveOn();
     return IsAtEnd() ? TVX_E_FAIL : TVX_OK;
 }
 
@@ -18,12 +18,6 @@ Result CSimpleMapIterator::IsEnd(bool* out)
     TVX_RETURN_EPOINTER_IF_NULL(out);
     *out = IsAtEnd();
     return TVX_OK;
-}
-
-void CSimpleMapIterator::Seek(std::string_view key)
-{
-    if (!IsAtEnd() && GetCurrentKey() < key)
-        MoveTo(GetTable().lower_bound(key));
 }
 
 }  // namespace tvx

@@ -3,8 +3,6 @@
 
 #include "Src/SimpleMapIteratorImpl.h"
 
-#include <string_view>
-
 namespace tvx
 {
 
@@ -17,8 +15,7 @@ public:
     Result Next() override;
     Result IsEnd(bool* out) override;
 
-    // Moves to the first entry whose key is not less than key.
-    void Seek(std::string_view key);
+    const EntryPlace& GetPlace() const noexcept { return place_; }
 };
 
 }  // namespace tvx

@@ -4,7 +4,7 @@
 #include "Helpers/CountedImpl.h"
 #include "Helpers/InterfaceList.h"
 #include "Interfaces/ISimpleMapIterator.h"
-#include "Src/EntryTable.h"
+#include "Src/EntryPlace.h"
 
 namespace tvx
 {
@@ -17,27 +17,17 @@ public:
     // No identifier of its own: clients use the pointer that the map gave.
     using Interfaces = InterfaceList<IObjectBase>;
 
-    const char* GetKey() override { return IsAtEnd() ? nullptr : position_->first.c_str(); }
+    const char* GetKey() override { return IsAtEnd() ? nullptr : place_.Get()->GetKeyText(); }
 
-    const char* GetValue() override { return IsAtEnd() ? nullptr : position_->second.c_str(); }
+    const char* GetValue() override { return IsAtEnd() ? nullptr : place_.Get()->GetValueText(); }
 
 protected:
-    explicit SimpleMapIteratorImpl(const EntryTable& table) noexcept : table_(table), position_(table.begin()) {}
+    explicit SimpleMapIteratorImpl(const EntryTable& table) noexcept : place_(table) {}
     ~SimpleMapIteratorImpl() = default;
 
-    bool IsAtEnd() const noexcept { return position_ == table_.end(); }
+    bool IsAtEnd() const noexcept { return place_.Get() == nullptr; }
 
-    const EntryTable& GetTable() const noexcept { return table_; }
-
-    const std::string& GetCurrentKey() const noexcept { return position_->first; }
-
-    void MoveOn() noexcept { ++position_; }
-
-    void MoveTo(EntryTable::const_iterator position) noexcept { position_ = position; }
-
-private:
-    const EntryTable& table_;
-    EntryTable::const_iterator position_;
+    EntryPlace place_;
 };
 
 }  // namespace tvx

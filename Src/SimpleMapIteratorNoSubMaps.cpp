@@ -10,10 +10,10 @@ Result CSimpleMapIteratorNoSubMaps::Next()
 {
     if (IsAtEnd())
         return TVX_E_FAIL;
-    const std::string& visited = GetCurrentKey();  // stays where it is: entries never move
+    const auto visited = place_.Get()->GetKey();  // stays where it is: entries never move
     do
-        MoveOn();
-    while (!IsAtEnd() && GetCurrentKey().starts_with(visited));
+        place_.MoveOn();
+    while (!IsAtEnd() && place_.Get()->GetKey().starts_with(visited));
     return IsAtEnd() ? TVX_E_FAIL : TVX_OK;
 }
 

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <ostream>
 #include <string>
 
@@ -21,6 +22,15 @@ namespace tvx::test
 
 namespace
 {
+
+// Too long for what a settings map still has room for, whose shorter entries need no memory of their own.
+constexpr auto VastText = []
+{
+    std::array<char, 1001> text{};
+    text.fill('k');
+    text.back() = '\0';
+    return text;
+}();
 
 // What the operations work on, new for every attempt. Arrays are as full as they are large.
 struct World
@@ -139,10 +149,10 @@ Result CreateVariant(World& world, Result (IVariantFactory::*operation)(Value va
 }
 
 constexpr Row Rows[] = {
-    {"SettingsSetStringOfANewKey", [](World& world) { return world.map->SetString(LongText, LongText); }},
+    {"SettingsSetStringOfANewKey", [](World& world) { return world.map->SetString(VastText.data(), LongText); }},
     {"SettingsSetStringOfAnOldKey", [](World& world) { return world.map->SetString("key", LongText); }},
-    {"SettingsSetInt", [](World& world) { return world.map->SetInt(LongText, 1); }},
-    {"SettingsSetDouble", [](World& world) { return world.map->SetDouble(LongText, 1.5); }},
+    {"SettingsSetInt", [](World& world) { return world.map->SetInt(VastText.data(), 1); }},
+    {"SettingsSetDouble", [](World& world) { return world.map->SetDouble(VastText.data(), 1.5); }},
     {"SettingsGetString",
      [](World& world) { return Deliver<IString>([&](IString** out) { return world.map->GetString("key", out); }); },
      TVX_E_POINTER, TVX_S_VALUE},
