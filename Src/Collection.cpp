@@ -22,9 +22,19 @@ constexpr std::uint32_t NoIndex = 0xFFFFFFFF;
 
 }  // namespace
 
+// What follows a change: its own event, then "Updated".
+template <void (Collection::*fire)(IObject* item)>
+void Collection::FireChange(IObject* item)
+{
+    if (!eventsEnabled_)
+        return;
+    (this->*fire)(item);
+    FireUpdated(item);
+}
+
 Result Collection::GetItem(std::uint32_t index, IObject** out)
 {
-    TVX_RETURN_FAIL_IF(index >= GetCount());
+    TVX_RETURN_FAIL_IF(index >= CountItems());
     if (out == nullptr)
         return TVX_E_POINTER;
     HandOut(items_.Get(index), out);
@@ -33,25 +43,25 @@ Result Collection::GetItem(std::uint32_t index, IObject** out)
 
 std::uint32_t Collection::GetCount()
 {
-    return static_cast<std::uint32_t>(items_.GetSize());
+    return CountItems();
 }
 
 Result Collection::Add(IObject* item)
 {
-    return Insert(GetCount(), item);
+    return Insert(CountItems(), item);
 }
 
 Result Collection::RemoveLast()
 {
-    TVX_RETURN_FAIL_IF(GetCount() == 0);
-    return RemoveAt(GetCount() - 1);
+    TVX_RETURN_FAIL_IF(CountItems() == 0);
+    return RemoveAt(CountItems() - 1);
 }
 
 Result Collection::Insert(std::uint32_t index, IObject* item)
 try
 {
-    items_.Insert(std::min(index, GetCount()), Ref<IObject>(item));
-    FireChange(&Collection::FireItemAdded, item);
+    index < CountItems() ? items_.Insert(index, item) : items_.Append(item);
+    FireChange<&Collection::FireItemAdded>(item);
     return TVX_OK;
 }
 catch (...)  // want of memory
@@ -61,9 +71,9 @@ catch (...)  // want of memory
 
 Result Collection::RemoveAt(std::uint32_t index)
 {
-    TVX_CHECK_PRECOND(index < GetCount());
+    TVX_CHECK_PRECOND(index < CountItems());
     const auto item = items_.Take(index);
-    FireChange(&Collection::FireItemRemoved, item.Get());
+    FireChange<&Collection::FireItemRemoved>(item.Get());
     return TVX_OK;
 }
 
@@ -107,13 +117,13 @@ void Collection::SubscribeItemRemoved(IEventHandler* handler, std::uint64_t cook
 // A target behind the item names its place before the item is taken out, hence one less.
 Result Collection::Move(std::uint32_t from, std::uint32_t to)
 {
-    TVX_CHECK_PRECOND(from < GetCount());
-    const auto target = std::min(to, GetCount());
+    TVX_CHECK_PRECOND(from < CountItems());
+    const auto target = std::min(to, CountItems());
     if (from == target)
         return TVX_OK;
     const Ref<IObject> item(items_.Get(from));
     items_.Move(from, target > from ? target - 1 : target);
-    FireChange(&Collection::FireItemMoved, item.Get());
+    FireChange<&Collection::FireItemMoved>(item.Get());
     return TVX_OK;
 }
 
@@ -126,7 +136,7 @@ Result Collection::MoveItem(IObject* item, std::uint32_t to)
 
 Result Collection::MoveBefore(IObject* item, IObject* before)
 {
-    std::uint32_t to = GetCount();
+    std::uint32_t to = CountItems();
     if (before != nullptr)
         TVX_FORWARD_FAILURE(IndexOf(before, &to));
     return MoveItem(item, to);
@@ -148,7 +158,7 @@ Result Collection::IndexOf(IObject* item, std::uint32_t* out)
 
 Result Collection::Clear()
 {
-    for (auto remaining = GetCount(); remaining > 0; --remaining)
+    for (auto remaining = CountItems(); remaining > 0; --remaining)
         TVX_FORWARD_FAILURE(RemoveLast());
     return TVX_OK;
 }
@@ -207,15 +217,6 @@ Result Collection::Serialize(ISerializer* writer)
         writer->WriteObject(items_.Get(index));
     writer->EndArray();
     return TVX_OK;
-}
-
-// What follows a change: its own event, then "Updated".
-void Collection::FireChange(FireEvent fire, IObject* item)
-{
-    if (!eventsEnabled_)
-        return;
-    (this->*fire)(item);
-    FireUpdated(item);
 }
 
 void Collection::FireNamed(const char* eventName, IObject* item)

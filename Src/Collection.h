@@ -2,9 +2,9 @@
 #pragma once
 
 #include "Helpers/ClassImpl.h"
-#include "Helpers/RefArray.h"
 #include "Interfaces/ICollection.h"
 #include "Interfaces/ISerializable.h"
+#include "Src/ItemChunks.h"
 
 namespace tvx
 {
@@ -59,12 +59,14 @@ public:
     virtual ~Collection() = default;
 
 private:
-    using FireEvent = void (Collection::*)(IObject* item);
+    // What bounds an index: the list's own size, whatever a derived class tells its callers.
+    std::uint32_t CountItems() const noexcept { return static_cast<std::uint32_t>(items_.GetSize()); }
 
-    void FireChange(FireEvent fire, IObject* item);
+    template <void (Collection::*fire)(IObject* item)>
+    void FireChange(IObject* item);
     void FireNamed(const char* eventName, IObject* item);
 
-    RefArray<IObject> items_;
+    ItemChunks items_;
     bool eventsEnabled_ = true;
 };
 

@@ -82,9 +82,13 @@ class HouseRules(unittest.TestCase):
     def test_a_checking_macro_away_from_its_header_is_refused(self):
         self.assertEqual(self.found_in("Helpers/Other.h", "#define TVX_CHECK_PRECOND(x) x\n"), [1])
 
+    def test_a_macro_with_several_homes_is_refused_in_other_files(self):
+        self.assertEqual(self.found_in("Src/A.cpp", "#define HWY_TARGET_INCLUDE x\n"), [1])
+
     def test_the_six_macros_the_export_mark_and_those_of_tests_pass(self):
-        for name, home in check_house_rules.MACROS.items():
-            self.assertEqual(self.found_in(home, f"#define {name}(x) x\n"), [])
+        for name, homes in check_house_rules.MACROS.items():
+            for home in homes:
+                self.assertEqual(self.found_in(home, f"#define {name}(x) x\n"), [])
         self.assertEqual(self.found_in("Tests/Unit/A.cpp", "#define ANYTHING\n"), [])
         self.assertEqual(self.found_in("Src/A.cpp", "// #define MY_MACRO 1\n"), [])
 

@@ -43,7 +43,8 @@ struct World
         elements->named = {{"size", 1}, {"param0", Ref<IObjectBase>(static_cast<IVariant*>(variant.Get()))}};
         dictionary->SetValue("key", object.Get());
         collection->Add(object.Get());
-        collection->Add(nullptr);
+        while (collection->GetCount() < 8)  // what it has room for before it grows
+            collection->Add(nullptr);
         array->AppendVariant(variant.Get());
         map->SubscribeChanged(handler.Get(), 0, true);
         map->SubscribeBatchUpdatingModeChanged(handler.Get(), 0, true);
