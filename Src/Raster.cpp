@@ -43,15 +43,6 @@ bool HasPixels(const ImageDescription& description) noexcept
            LookUp(ChannelsOfFormat, description.colorFormat) != Unknown;
 }
 
-// The system gives large memory as zeroed pages, and the library knows it: zeros cost nothing then.
-void* Allocate(std::size_t size, Raster::Content content)
-{
-    void* const memory = content == Raster::Content::Zeros ? std::calloc(size, 1) : std::malloc(size);
-    if (memory == nullptr)
-        throw std::bad_alloc();
-    return memory;
-}
-
 }  // namespace
 
 std::int32_t GetElementSize(std::int32_t dataType) noexcept
@@ -69,8 +60,7 @@ Raster::Raster(const ImageDescription& description, Content content)
       stride_(tvx::GetStride(description))
 {
     if (HasPixels(description))
-        pixels_.reset(static_cast<std::byte*>(
-            Allocate(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(height_), content)));
+        pixels_ = AllocatePixels(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(height_), content);
 }
 
 Raster::Raster(Raster&& moved) noexcept

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Src/PixelMemory.h"
+
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 
 namespace tvx
 {
@@ -29,11 +29,7 @@ std::int32_t GetElementSize(std::int32_t dataType) noexcept;
 class Raster
 {
 public:
-    enum class Content
-    {
-        Zeros,
-        Anything,
-    };
+    using Content = tvx::Content;
 
     // Has no pixels when a number is negative or unknown. Throws std::bad_alloc when memory does not suffice or a row is longer
     // than its length can say.
@@ -66,11 +62,6 @@ public:
     void SetRowOrder(std::int32_t rowOrder) noexcept { rowOrder_.store(rowOrder, std::memory_order_relaxed); }
 
 private:
-    struct Freeing
-    {
-        void operator()(std::byte* pixels) const noexcept { std::free(pixels); }
-    };
-
     bool valid_ = true;
     std::int32_t width_;
     std::int32_t height_;
@@ -79,7 +70,7 @@ private:
     std::atomic<std::int32_t> rowOrder_;
     std::int32_t pixelSize_;
     std::int32_t stride_;
-    std::unique_ptr<std::byte, Freeing> pixels_;
+    Pixels pixels_;
 };
 
 }  // namespace tvx

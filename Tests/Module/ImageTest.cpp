@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
+#include <fstream>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace tvx::test
@@ -20,6 +23,43 @@ Ref<IImage> MakeImage(const LoadedModule& module)
     Ref<IImage> image;
     module.Get<IImageFactory>(ImageExport)->Create(4, 4, 0, 0, 0, image.Receive());
     return image;
+}
+
+// Large enough for its pixels to be kept for the next one of that size.
+Ref<IImage> MakeLargeImage(const LoadedModule& module)
+{
+    Ref<IImage> image;
+    module.Get<IImageFactory>(ImageExport)->Create(4096, 2048, 0, 0, 0, image.Receive());
+    return image;
+}
+
+// The bytes of this process's address space, and of those the ones that have memory.
+std::pair<std::size_t, std::size_t> GetProcessSizes()
+{
+    constexpr std::size_t page = 4096;
+    std::ifstream statm("/proc/self/statm");
+    std::size_t mapped = 0;
+    std::size_t resident = 0;
+    statm >> mapped >> resident;
+    return {mapped * page, resident * page};
+}
+
+// Another thread uses images, and ends after the module has gone.
+void UseImagesAndUnload()
+{
+    auto module = std::make_unique<LoadedModule>();
+    Worker worker;
+    worker.Do(
+        [&]
+        {
+            const auto image = MakeLargeImage(*module);
+            image->LockWrite();
+            std::memset(image->GetWritableData(), 7, std::size_t{4096} * 2048);
+            Ref<IImage> copy;
+            module->Get<IImageFactory>(ImageExport)->CreateCopy(Query<IConstImage>(image).Get(), copy.Receive());
+        });
+    module.reset();
+    EXPECT_FALSE(LoadedModule::IsMapped());
 }
 
 }  // namespace
@@ -75,6 +115,19 @@ TEST(ModuleImages, TellThreadsOfAnEarlierLoadApart)
         EXPECT_FALSE(image->IsLocked());
         image = nullptr;
     }
+}
+
+TEST(ModuleImages, LeaveNoMemoryBehindWhenTheModuleIsUnloaded)
+{
+    constexpr std::size_t tolerance = std::size_t{2} * 1024 * 1024;  // less than one image a round would come to
+    for (int round = 0; round < 5; ++round)
+        UseImagesAndUnload();
+    const auto [mappedBefore, residentBefore] = GetProcessSizes();
+    for (int round = 0; round < 100; ++round)
+        UseImagesAndUnload();
+    const auto [mapped, resident] = GetProcessSizes();
+    EXPECT_LT(mapped, mappedBefore + tolerance);
+    EXPECT_LT(resident, residentBefore + tolerance);
 }
 
 }  // namespace tvx::test

@@ -3,7 +3,11 @@
 #include "Tests/Threads/RunTogether.h"
 
 #include <atomic>
-#include <chrono>
+#include <cstdint>
+#include <latch>
+#include <random>
+#include <thread>
+#include <vector>
 
 namespace tvx::test
 {
@@ -126,6 +130,61 @@ TEST_F(ImageLocks, ChangeInEveryOrderWithoutEndlessWaiting)
     EXPECT_TRUE(image->IsWriteLocked());
 }
 
+// The first thread is alone at first, beside the second one then, and alone again.
+TEST_F(ImageLocks, AreKeptWhenAnotherThreadComesAndGoes)
+{
+    const auto image = Make(1, 1);
+    for (int round = 0; round < 3; ++round)
+    {
+        image->LockRead();
+        OnAnotherThread(
+            [&]
+            {
+                EXPECT_FALSE(image->IsLocked());
+                image->Unlock();  // not its own
+                image->LockRead();
+                EXPECT_TRUE(image->IsLocked());
+                image->Unlock();
+                EXPECT_FALSE(image->IsLocked());
+            });
+        EXPECT_TRUE(image->IsLocked());
+        image->LockWrite();
+        EXPECT_TRUE(image->IsWriteLocked());
+        image->Unlock();
+        EXPECT_FALSE(image->IsLocked());
+    }
+}
+
+TEST_F(ImageLocks, OfAWriterAreWaitedForByAllWhoCome)
+{
+    for (int round = 0; round < 50; ++round)
+    {
+        const auto image = Make(1, 1, ColorFormat::OneChannel, DataType::FourBytes);
+        image->LockWrite();
+        const auto read = [&]
+        {
+            image->LockRead();
+            EXPECT_GE(*static_cast<const std::uint32_t*>(image->GetData()), 2u);
+            image->Unlock();
+        };
+        const auto write = [&]
+        {
+            image->LockWrite();
+            CounterOf(image->GetWritableData()) += 2;
+            image->Unlock();
+        };
+        std::thread reader(read);
+        std::thread writer(write);
+        ++CounterOf(image->GetWritableData());
+        std::this_thread::yield();
+        ++CounterOf(image->GetWritableData());
+        image->Unlock();
+        reader.join();
+        writer.join();
+        read();
+    }
+}
+
 TEST_F(ImageLocks, OfTenThousandImagesAreHeldAllAtOnce)
 {
     std::vector<Ref<IImage>> images;
@@ -159,6 +218,70 @@ TEST_F(ImageLocks, MeetWhileThreadsComeAndGo)
     }
     image->LockWrite();
     EXPECT_EQ(CounterOf(image->GetWritableData()), 50u * ThreadCount);
+}
+
+// Each thread reads, writes and lets go of images that it picks by chance, one at a time.
+TEST_F(ImageLocks, OfManyImagesAreChangedByManyThreads)
+{
+    std::vector<Ref<IImage>> images;
+    for (int count = 0; count < 16; ++count)
+        images.push_back(Make(2, 1, ColorFormat::OneChannel, DataType::FourBytes));
+    std::atomic<int> torn{0};
+    std::atomic<std::uint32_t> written{0};
+    RunTogether(
+        [&](int number)
+        {
+            std::mt19937 random(static_cast<unsigned>(number));
+            for (int count = 0; count < 3000; ++count)
+            {
+                auto& image = *images[random() % images.size()];
+                image.LockRead();
+                const auto* const seen = static_cast<const std::uint32_t*>(image.GetData());
+                torn += seen[0] == seen[1] ? 0 : 1;
+                if (random() % 2 == 0)
+                {
+                    image.LockWrite();  // others may have written in between
+                    auto* const pair = &CounterOf(image.GetWritableData());
+                    torn += pair[0] == pair[1] ? 0 : 1;
+                    ++pair[0];
+                    ++pair[1];
+                    ++written;
+                    if (random() % 2 == 0)
+                        image.LockRead();
+                }
+                image.Unlock();
+                EXPECT_FALSE(image.IsLocked());
+            }
+        });
+    EXPECT_EQ(torn, 0);
+    std::uint32_t sum = 0;
+    for (const auto& image : images)
+    {
+        image->LockRead();
+        sum += *static_cast<const std::uint32_t*>(image->GetData());
+    }
+    EXPECT_EQ(sum, written);
+}
+
+// Each reader lets go before it waits, so that two who become writers at once do not wait for each other.
+TEST_F(ImageLocks, OfReadersBecomeThoseOfWritersOneByOne)
+{
+    const auto image = Make(1, 1, ColorFormat::OneChannel, DataType::FourBytes);
+    for (int round = 0; round < 200; ++round)
+    {
+        std::latch reading(ThreadCount);
+        RunTogether(
+            [&](int)
+            {
+                image->LockRead();
+                reading.arrive_and_wait();  // all of them at once
+                image->LockWrite();
+                ++CounterOf(image->GetWritableData());
+                image->Unlock();
+            });
+    }
+    image->LockRead();
+    EXPECT_EQ(*static_cast<const std::uint32_t*>(image->GetData()), 200u * ThreadCount);
 }
 
 TEST_F(ImageLocks, ShowTheLayoutThatIsBeingChanged)

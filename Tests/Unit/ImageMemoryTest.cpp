@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Tests/Support/FailingMemory.h"
 #include "Tests/Support/ImageTesting.h"
+#include "Tests/Support/Worker.h"
 
 namespace tvx::test
 {
@@ -81,39 +82,32 @@ TEST_F(ImageMemory, IsNotWantedByAThreadThatHasLockedBefore)
     }
 }
 
-TEST_F(ImageMemory, ThatIsMissingForAHoldLeavesTheImageUnlocked)
+TEST_F(ImageMemory, ThatIsMissingForAHoldBesideAnotherLeavesTheImageToThat)
 {
-    const auto image = Make(1, 1);
-    std::vector<std::thread> readers;
-    std::atomic<int> reading{0};
-    std::atomic<bool> done{false};
-    for (int reader = 0; reader < 8; ++reader)  // all the holds that an image has by itself
-    {
-        readers.emplace_back(
-            [&]
+    SweepFailures(
+        [&](MemoryFailure failure)
+        {
+            const auto image = Make(1, 1);
+            Worker reader;
+            reader.Do([&] { image->LockRead(); });
+            bool failed = false;
             {
+                const FailingMemory memory(failure);
                 image->LockRead();
-                ++reading;
-                while (!done)
-                    std::this_thread::yield();
-                image->Unlock();
-            });
-    }
-    while (reading < 8)
-        std::this_thread::yield();
-    {
-        const FailingMemory memory({0, true});
-        image->LockRead();
-        EXPECT_FALSE(image->IsLocked());
-    }
-    image->LockRead();
-    EXPECT_TRUE(image->IsLocked());
-    image->Unlock();
-    done = true;
-    for (auto& reader : readers)
-        reader.join();
-    image->LockWrite();
-    EXPECT_TRUE(image->IsWriteLocked());
+                failed = FailingMemory::HasFailed();
+                EXPECT_EQ(image->IsLocked(), !failed);
+            }
+            reader.Do(
+                [&]
+                {
+                    EXPECT_TRUE(image->IsLocked());
+                    image->Unlock();
+                    EXPECT_FALSE(image->IsLocked());
+                });
+            image->LockWrite();  // waits for nobody
+            EXPECT_TRUE(image->IsWriteLocked());
+            return failed;
+        });
 }
 
 // A thread that lives on keeps nothing of images that died while it held them.

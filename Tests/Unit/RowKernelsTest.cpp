@@ -16,6 +16,7 @@ namespace
 using Row = std::vector<std::byte>;
 
 constexpr std::size_t MaxWidth = 130;
+constexpr std::size_t LongWidths[] = {191, 192, 193, 255, 256, 257, 320, 383, 384, 385, 1000, 1023};
 constexpr std::size_t Misalignments[] = {0, 1, 2, 3, 5, 7};
 constexpr std::size_t ElementSizes[] = {1, 2, 4};
 constexpr std::size_t Heights[] = {1, 2, 3, 4, 7};
@@ -55,6 +56,38 @@ void OnEveryTarget(Work&& work)
     work();
 }
 
+void CompareChannelReversals(std::size_t width)
+{
+    for (const auto elementSize : ElementSizes)
+    {
+        const auto reverse = FindChannelReversal(static_cast<std::int32_t>(elementSize));
+        const auto plainly = plain::FindChannelReversal(static_cast<std::int32_t>(elementSize));
+        for (const auto misalignment : Misalignments)
+        {
+            auto row = MakeRow(misalignment * elementSize, 3 * elementSize * width);
+            auto expected = row;
+            reverse(row.data() + misalignment * elementSize, width);
+            plainly(expected.data() + misalignment * elementSize, width);
+            ASSERT_EQ(row, expected) << elementSize << " " << width << " " << misalignment;
+        }
+    }
+}
+
+void CompareRowReversals(std::size_t stride)
+{
+    for (const auto misalignment : Misalignments)
+    {
+        for (const auto height : Heights)
+        {
+            auto rows = MakeRow(misalignment, stride * height);
+            auto expected = rows;
+            ReverseRows(rows.data() + misalignment, stride, height);
+            plain::ReverseRows(expected.data() + misalignment, stride, height);
+            ASSERT_EQ(rows, expected) << stride << " " << misalignment << " " << height;
+        }
+    }
+}
+
 }  // namespace
 
 TEST(RowKernels, ReverseChannelsAsThePlainOnesDo)
@@ -62,21 +95,26 @@ TEST(RowKernels, ReverseChannelsAsThePlainOnesDo)
     OnEveryTarget(
         []
         {
-            for (const auto elementSize : ElementSizes)
+            for (std::size_t width = 0; width <= MaxWidth; ++width)
+                CompareChannelReversals(width);
+            for (const auto width : LongWidths)
+                CompareChannelReversals(width);
+        });
+}
+
+// Wherever they begin, as far as bytes stand anywhere: vectors are loaded and stored at addresses of their own.
+TEST(RowKernels, ReverseChannelsAtEveryAddressAsThePlainOnesDo)
+{
+    OnEveryTarget(
+        []
+        {
+            for (std::size_t begin = 0; begin < 64; ++begin)
             {
-                const auto reverse = FindChannelReversal(static_cast<std::int32_t>(elementSize));
-                const auto plainly = plain::FindChannelReversal(static_cast<std::int32_t>(elementSize));
-                for (std::size_t width = 0; width <= MaxWidth; ++width)
-                {
-                    for (const auto misalignment : Misalignments)
-                    {
-                        auto row = MakeRow(misalignment * elementSize, 3 * elementSize * width);
-                        auto expected = row;
-                        reverse(row.data() + misalignment * elementSize, width);
-                        plainly(expected.data() + misalignment * elementSize, width);
-                        ASSERT_EQ(row, expected) << elementSize << " " << width << " " << misalignment;
-                    }
-                }
+                auto row = MakeRow(begin, 3 * 300);
+                auto expected = row;
+                FindChannelReversal(1)(row.data() + begin, 300);
+                plain::FindChannelReversal(1)(expected.data() + begin, 300);
+                ASSERT_EQ(row, expected) << begin;
             }
         });
 }
@@ -87,19 +125,9 @@ TEST(RowKernels, ReverseRowsAsThePlainOnesDo)
         []
         {
             for (std::size_t stride = 0; stride <= MaxWidth; ++stride)
-            {
-                for (const auto misalignment : Misalignments)
-                {
-                    for (const auto height : Heights)
-                    {
-                        auto rows = MakeRow(misalignment, stride * height);
-                        auto expected = rows;
-                        ReverseRows(rows.data() + misalignment, stride, height);
-                        plain::ReverseRows(expected.data() + misalignment, stride, height);
-                        ASSERT_EQ(rows, expected) << stride << " " << misalignment << " " << height;
-                    }
-                }
-            }
+                CompareRowReversals(stride);
+            for (const auto stride : LongWidths)
+                CompareRowReversals(stride);
         });
 }
 
