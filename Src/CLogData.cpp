@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Src/CLogData.h"
 
-#include "Src/String.h"
-
 #include <cstring>
+#include <iterator>
+#include <numeric>
 
 namespace tvx
 {
@@ -16,16 +16,21 @@ constexpr const char* LogEntry::*Texts[] = {&LogEntry::loggerName, &LogEntry::so
 
 }  // namespace
 
-CLogData::CLogData(const LogEntry& entry) noexcept : entry_(entry)
+LogTexts::LogTexts(const LogEntry& given) noexcept : entry(given)
+{
+    for (std::size_t at = 0; at < std::size(Texts); ++at)
+        sizes[at] = entry.*Texts[at] == nullptr ? 0 : std::strlen(entry.*Texts[at]) + 1;
+}
+
+CLogData::CLogData(const LogTexts& texts) noexcept : entry_(texts.entry)
 {
     auto* tail = reinterpret_cast<char*>(this + 1);
-    for (const auto text : Texts)
+    for (std::size_t at = 0; at < std::size(Texts); ++at)
     {
-        if (entry.*text == nullptr)
+        if (texts.sizes[at] == 0)
             continue;
-        const auto size = std::strlen(entry.*text) + 1;
-        entry_.*text = static_cast<const char*>(std::memcpy(tail, entry.*text, size));
-        tail += size;
+        entry_.*Texts[at] = static_cast<const char*>(std::memcpy(tail, texts.entry.*Texts[at], texts.sizes[at]));
+        tail += texts.sizes[at];
     }
 }
 
@@ -64,12 +69,9 @@ const char* CLogData::GetMessage()
     return entry_.message;
 }
 
-TailSize CLogData::GetTailSize(const LogEntry& entry) noexcept
+TailSize CLogData::GetTailSize(const LogTexts& texts) noexcept
 {
-    TailSize tail{0};
-    for (const auto text : Texts)
-        tail.bytes += ToText(entry.*text).size() + 1;
-    return tail;
+    return {std::accumulate(std::begin(texts.sizes), std::end(texts.sizes), std::size_t{0})};
 }
 
 }  // namespace tvx

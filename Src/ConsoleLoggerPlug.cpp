@@ -6,6 +6,8 @@
 #include "Src/CLogData.h"
 #include "Src/String.h"
 
+#include <atomic>
+#include <cstring>
 #include <ctime>
 #include <ostream>
 #include <utility>
@@ -20,6 +22,12 @@ constexpr const char MessageLogged[] = "MessageLogged";
 constexpr const char ExportId[] = "com.talvere.general.tvx.BasicLogger/1.0";
 constexpr const char MainLogger[] = "Main";
 
+// Reads text up to where it ends or differs.
+bool IsText(const char* expected, const char* text) noexcept
+{
+    return text == nullptr ? *expected == '\0' : std::strcmp(expected, text) == 0;
+}
+
 void WriteToStandardOutput(std::string_view line) noexcept
 try
 {
@@ -29,9 +37,9 @@ catch (...)  // the program may have asked its stream to throw
 {
 }
 
-void WriteToFile(LoggerSettings& settings, std::string_view line) noexcept
+// One that was written to the file.
+void CountLine(LoggerSettings& settings) noexcept
 {
-    settings.stream->Write(line);
     if (++settings.linesSinceFlush < settings.logFlushThreshold)
         return;
     settings.stream->Flush();
@@ -49,21 +57,16 @@ Result RegisterForCrashDumps(const std::string& filename)
 
 }  // namespace
 
+// Most messages are filtered, and most come under a name that was used before: nothing is called then.
 Result CBasicLogger::Log(const char* loggerName, std::int32_t level, const char* source, const char* scope,
                          const char* file, std::uint32_t line, const char* message)
-try
 {
-    auto& settings = GetSettings(loggerName);
-    const LogEntry entry{loggerName, level, source, scope, file, line, message};
-    const auto record = MakeRef<CLogData>(entry);
-    if (settings.Takes(level))
-        Write(settings, entry);
-    FireMessageLogged(record.Get());
-    return TVX_OK;
-}
-catch (...)  // without memory the message is lost, and whoever logs goes on
-{
-    return TVX_OK;
+    auto* const used = lastUsed_[GetPlace(loggerName)].load(std::memory_order_relaxed);
+    if (used == nullptr || !IsText(used->first.c_str(), loggerName))
+        return LogUnderOtherName({loggerName, level, source, scope, file, line, message});
+    if (!used->second.Takes(level) && !MustFire())
+        return TVX_OK;
+    return Take(used->second, {loggerName, level, source, scope, file, line, message});
 }
 
 Result CBasicLogger::SetLevel(const char* loggerName, std::int32_t level)
@@ -127,25 +130,43 @@ Result CBasicLogger::OnImportsSet()
     return TVX_OK;
 }
 
+// Whoever logs mostly passes the same few names from the same places. A name that was passed from there before need not be
+// looked up, but it may be another text by now.
 LoggerSettings& CBasicLogger::GetSettings(const char* loggerName)
 {
-    const auto name = ToText(loggerName);
-    const auto found = settings_.find(name);
-    return found == settings_.end() ? MakeSettings(name) : found->second;
+    auto& lastUsed = lastUsed_[GetPlace(loggerName)];
+    auto* used = lastUsed.load(std::memory_order_relaxed);
+    if (used == nullptr || !IsText(used->first.c_str(), loggerName))
+        used = &FindSettings(ToText(loggerName));
+    lastUsed.store(used, std::memory_order_relaxed);
+    return used->second;
+}
+
+CBasicLogger::NamedSettings::value_type& CBasicLogger::FindSettings(std::string_view loggerName)
+{
+    const auto found = settings_.find(loggerName);
+    return found == settings_.end() ? MakeSettings(loggerName) : *found;
 }
 
 // The settings stand under their name before the crash-dump server is called, which may log in its turn.
-LoggerSettings& CBasicLogger::MakeSettings(std::string_view loggerName)
+CBasicLogger::NamedSettings::value_type& CBasicLogger::MakeSettings(std::string_view loggerName)
 {
     auto made = defaults_;
     if (auto* const config = GetConfiguration())
         ReadSection(*config, loggerName, made);
     if (made.toFile)
         made.stream = GetStream(made.filename);
-    auto& settings = settings_.insert_or_assign(std::string(loggerName), std::move(made)).first->second;
-    if (settings.toFile)
-        static_cast<void>(RegisterForCrashDumps(settings.filename));
-    return settings;
+    auto& entry = *settings_.insert_or_assign(std::string(loggerName), std::move(made)).first;
+    if (entry.second.toFile)
+        static_cast<void>(RegisterForCrashDumps(entry.second.filename));
+    return entry;
+}
+
+// Whether anybody would see the event: a subscriber, or a derived class with a FireMessageLogged of its own. If not, neither
+// the record nor the call is missed.
+bool CBasicLogger::MustFire() const noexcept
+{
+    return HasSubscribers() || Platform::GetTable(*this) != ownTable_;
 }
 
 // A file is opened once; one that could not be stays closed.
@@ -157,17 +178,53 @@ std::shared_ptr<LogFile> CBasicLogger::GetStream(const std::string& filename)
     return stream;
 }
 
+Result CBasicLogger::LogUnderOtherName(const LogEntry& entry) noexcept
+try
+{
+    return Take(GetSettings(entry.loggerName), entry);
+}
+catch (...)  // without memory the message is lost, and whoever logs goes on
+{
+    return TVX_OK;
+}
+
+Result CBasicLogger::Take(LoggerSettings& settings, const LogEntry& entry) noexcept
+try
+{
+    Ref<CLogData> record = MustFire() ? MakeRef<CLogData>(LogTexts(entry)) : nullptr;
+    if (settings.Takes(entry.level))
+        Write(settings, entry);
+    if (!record && MustFire())  // somebody has subscribed while the line was written
+        record = MakeRef<CLogData>(LogTexts(entry));
+    if (record)
+        FireMessageLogged(record.Get());
+    return TVX_OK;
+}
+catch (...)  // without memory the message is lost, and whoever logs goes on
+{
+    return TVX_OK;
+}
+
 void CBasicLogger::Write(LoggerSettings& settings, const LogEntry& entry) noexcept
 try
 {
-    auto line = std::exchange(line_, {});  // a stream may log in its turn
-    line.clear();
-    AppendLogLine(line, timeStamp_.Get(std::time(nullptr)), entry);
+    const LogLine line(timeStamp_.Get(std::time(nullptr)), entry);
+    if (!settings.toStdOut && settings.stream->WriteInPlace(line))
+    {
+        CountLine(settings);
+        return;
+    }
+    auto text = std::exchange(text_, {});  // a stream may log in its turn
+    text.resize(line.GetSize());
+    line.CopyTo(text.data());
     if (settings.toStdOut)
-        WriteToStandardOutput(line);
+        WriteToStandardOutput(text);
     if (settings.HasOpenFile())
-        WriteToFile(settings, line);
-    line_ = std::move(line);
+    {
+        settings.stream->Write(text);
+        CountLine(settings);
+    }
+    text_ = std::move(text);
 }
 catch (...)  // want of memory
 {

@@ -6,10 +6,15 @@
 #include "Helpers/ImportsContainerImpl.h"
 #include "Helpers/Singleton.h"
 #include "Interfaces/ILogger.h"
+#include "Platform/OperationTable.h"
 #include "Src/LogEntry.h"
 #include "Src/LoggerSettings.h"
 #include "Src/TimeStamp.h"
 
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -49,16 +54,35 @@ public:
     virtual ~CBasicLogger() = default;
 
 private:
+    using NamedSettings = std::map<std::string, LoggerSettings, std::less<>>;
+
     LoggerSettings& GetSettings(const char* loggerName);
-    LoggerSettings& MakeSettings(std::string_view loggerName);
+    NamedSettings::value_type& FindSettings(std::string_view loggerName);
+    NamedSettings::value_type& MakeSettings(std::string_view loggerName);
+    bool MustFire() const noexcept;
+
+    // Spreads addresses, whatever lies between them, over the places of lastUsed_.
+    static std::size_t GetPlace(const char* loggerName) noexcept
+    {
+        constexpr std::uint64_t goldenRatio = 0x9E3779B97F4A7C15;
+        return static_cast<std::size_t>(reinterpret_cast<std::uintptr_t>(loggerName) * goldenRatio >> 60);
+    }
+
     std::shared_ptr<LogFile> GetStream(const std::string& filename);
+
+    // Not inlined: it would make every filtered message save the registers that only this needs.
+    [[gnu::noinline]] Result LogUnderOtherName(const LogEntry& entry) noexcept;
+    Result Take(LoggerSettings& settings, const LogEntry& entry) noexcept;
     void Write(LoggerSettings& settings, const LogEntry& entry) noexcept;
 
     LoggerSettings defaults_;
     std::map<std::string, std::shared_ptr<LogFile>> files_;  // by expanded name, byte for byte
-    std::map<std::string, LoggerSettings, std::less<>> settings_;
+    NamedSettings settings_;
+    // By the address of the name that was passed; the entries never move.
+    std::atomic<NamedSettings::value_type*> lastUsed_[16] = {};
+    const void* const ownTable_ = Platform::GetTable(*this);  // a derived class puts its own in place later
     TimeStamp timeStamp_;
-    std::string line_;  // of the last message; kept for its memory
+    std::string text_;  // of the last line; kept for its memory
 };
 
 }  // namespace tvx

@@ -2,6 +2,9 @@
 #include "Src/LogFile.h"
 
 #include "Platform/SharedFile.h"
+#include "Src/OpenLogFiles.h"
+
+#include <algorithm>
 
 namespace tvx
 {
@@ -10,26 +13,86 @@ namespace
 {
 
 // Holds the lines between two flushes at the usual threshold.
-constexpr std::size_t BufferSize = 64 * 1024;
+constexpr std::size_t BufferSize = std::size_t{64} * 1024;
 
 }  // namespace
 
 LogFile::LogFile(const char* path) : file_(Platform::OpenSharedForWriting(path))
 {
-    if (!file_)
+    if (!IsOpen())
         return;
     buffer_ = std::make_unique_for_overwrite<char[]>(BufferSize);
-    std::setvbuf(file_.get(), buffer_.get(), _IOFBF, BufferSize);
+    OpenLogFiles::Add(*this);
+}
+
+LogFile::~LogFile()
+{
+    if (!IsOpen())
+        return;
+    OpenLogFiles::Remove(*this);
+    Flush();
 }
 
 void LogFile::Write(std::string_view line) noexcept
 {
-    std::fwrite(line.data(), 1, line.size(), file_.get());
+    char* const room = GetRoom(line.size());
+    if (room == nullptr)
+    {
+        std::fwrite(line.data(), 1, line.size(), file_.get());
+        return;
+    }
+    std::copy(line.begin(), line.end(), room);
+    AddFrom(room, line.size());
+}
+
+bool LogFile::WriteInPlace(const LogLine& line) noexcept
+{
+    char* const room = GetRoom(line.GetSize());
+    if (room == nullptr)
+        return false;
+    line.CopyTo(room);
+    AddFrom(room, line.GetSize());
+    return true;
 }
 
 void LogFile::Flush() noexcept
 {
-    std::fflush(file_.get());
+    const Platform::FileLock lock(file_.get());
+    if (isBuffering_.load(std::memory_order_relaxed))
+        WriteBuffered();
+}
+
+// Behind what is in the buffer, which is written first where it is in the way. Null when there is no room at all.
+//
+// The end of the module, on another thread, says first that nothing is buffered any more and then takes what is there. So who
+// sees the buffer empty by that sees here that it is no longer to be used, and who does not puts a line behind what is being
+// written. That line alone may be lost: it is logged at the very moment of the end.
+char* LogFile::GetRoom(std::size_t size) noexcept
+{
+    if (size > BufferSize - size_.load(std::memory_order_relaxed))
+        Flush();
+    const auto used = size_.load(std::memory_order_acquire);
+    const bool isRoom = isBuffering_.load(std::memory_order_relaxed) && size <= BufferSize - used;
+    return isRoom ? buffer_.get() + used : nullptr;
+}
+
+// What was written to room is in the buffer now.
+void LogFile::AddFrom(const char* room, std::size_t size) noexcept
+{
+    size_.store(static_cast<std::size_t>(room - buffer_.get()) + size, std::memory_order_release);
+}
+
+void LogFile::StopBuffering() noexcept
+{
+    const Platform::FileLock lock(file_.get());
+    isBuffering_.store(false, std::memory_order_relaxed);
+    WriteBuffered();
+}
+
+void LogFile::WriteBuffered() noexcept
+{
+    if (const auto size = size_.exchange(0, std::memory_order_acq_rel))
+        std::fwrite(buffer_.get(), 1, size, file_.get());
 }
 
 }  // namespace tvx

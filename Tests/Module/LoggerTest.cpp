@@ -7,8 +7,14 @@
 #include "Tests/Support/HostDoubles.h"
 #include "Tests/Support/LoggerTesting.h"
 #include "Tests/Support/RunProgram.h"
+#include "Tests/Support/Worker.h"
 
 #include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
 
 namespace tvx::test
 {
@@ -16,15 +22,40 @@ namespace tvx::test
 namespace
 {
 
-// What a host that ends in this way leaves in its log.
-std::string LogAfter(const std::string& end)
+struct EndedHost
+{
+    std::string log;
+    std::string output;
+};
+
+EndedHost RunHost(const std::string& end)
 {
     const CurrentFolder folder;
     Program host;
     host.file = TVX_LOGGING_HOST;
     const auto run = RunProgram(host, {"app.log", end});
     EXPECT_EQ(run.exitCode, 0) << run.errors;
-    return WithoutTimes(folder.Read("app.log"));
+    return {WithoutTimes(folder.Read("app.log")), run.output};
+}
+
+// What a host that ends in this way leaves in its log.
+std::string LogAfter(const std::string& end)
+{
+    return RunHost(end).log;
+}
+
+// How often each number stands in lines that hold nothing else.
+std::map<std::string, int> CountNumbers(const std::string& log)
+{
+    std::map<std::string, int> counts;
+    std::istringstream lines(log);
+    for (std::string line; std::getline(lines, line);)
+    {
+        const std::string start = " INFO  [S] ";
+        EXPECT_EQ(line.substr(0, start.size()), start);
+        ++counts[line.substr(start.size())];
+    }
+    return counts;
 }
 
 constexpr const char BothLines[] = " INFO  [S] first\n INFO  [S] second\n";
@@ -49,6 +80,46 @@ TEST(ModuleLogger, WritesBufferedLinesWhenTheProcessEndsWithALoggerThatIsHeld)
 TEST(ModuleLogger, WritesBufferedLinesWhenTheProcessEndsAfterUnloadingUnderALoggerThatIsHeld)
 {
     EXPECT_EQ(LogAfter("hold-and-unload"), BothLines);
+}
+
+TEST(ModuleLogger, WritesAtOnceWhatIsLoggedAfterTheEnd)
+{
+    EXPECT_EQ(LogAfter("hold-and-log-last"), std::string(BothLines) + " INFO  [S] third\n");
+}
+
+// Who logs at the very moment of the end may lose that one line.
+TEST(ModuleLogger, WritesBufferedLinesOnceWhenTheProcessEndsWhileAThreadLogs)
+{
+    for (int round = 0; round < 10; ++round)
+    {
+        const auto host = RunHost("hold-and-log-on");
+        const auto counts = CountNumbers(host.log);
+        const int certain = std::stoi(host.output.substr(host.output.find_first_of("0123456789")));
+        EXPECT_GE(certain, 1000);
+        for (int number = 0; number < certain; ++number)
+            ASSERT_EQ(counts.count(std::to_string(number)), 1u) << number;
+        for (const auto& [number, count] : counts)
+            ASSERT_EQ(count, 1) << number;
+    }
+}
+
+TEST(ModuleLogger, WritesBufferedLinesOnceForEachProcessThatHasThem)
+{
+    EXPECT_EQ(LogAfter("hold-and-fork"), std::string(BothLines) + BothLines);
+}
+
+TEST(ModuleLogger, LetsAThreadThatLoggedEndAfterUnloading)
+{
+    const CurrentFolder folder;
+    for (int round = 0; round < 10; ++round)
+    {
+        auto module = std::make_unique<LoadedModule>();
+        auto worker = std::make_unique<Worker>();
+        worker->Do([&] { CaptureOutput([&] { Say(*module->Get<ILogger>(LoggerExport), "Main", "message"); }); });
+        module.reset();
+        EXPECT_FALSE(LoadedModule::IsMapped());
+        worker.reset();
+    }
 }
 
 TEST(ModuleLogger, IsConnectedAsAHostDoesIt)

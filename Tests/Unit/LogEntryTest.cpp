@@ -15,9 +15,12 @@ namespace
 
 std::string MakeLine(const LogEntry& entry)
 {
-    std::string line;
-    AppendLogLine(line, "TIME", entry);
-    return line;
+    const LogLine line("TIME", entry);
+    std::string text(line.GetSize() + 1, '#');
+    line.CopyTo(text.data());
+    EXPECT_EQ(text.back(), '#');
+    text.pop_back();
+    return text;
 }
 
 std::string MakeLine(std::int32_t level)
@@ -108,13 +111,6 @@ TEST(LogLine, KeepsTheBytesOfItsTexts)
 {
     EXPECT_EQ(MakeLine({"Main", LogLevel::Info, "%s\n", "", "", 0, "\xFF%d\r\n\t"}),
               "TIME INFO  [%s\n] \xFF%d\r\n\t\n");
-}
-
-TEST(LogLine, IsAppended)
-{
-    std::string text = "before ";
-    AppendLogLine(text, "TIME", {"Main", LogLevel::Info, "s", "c", "f", 1, "m"});
-    EXPECT_EQ(text, "before TIME INFO  [s] m\n");
 }
 
 }  // namespace tvx::test

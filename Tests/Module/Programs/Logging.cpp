@@ -1,14 +1,22 @@
 // SPDX-License-Identifier: MIT
 // A host that logs two lines into a file, which stay in the buffer, and ends in the way that it is told to.
 //
-// Usage: tvx-logging-host FILE release-and-unload|release-and-exit|hold-and-exit|hold-and-unload
+// Usage: tvx-logging-host FILE WAY
+//   release-and-unload, release-and-exit, hold-and-exit, hold-and-unload
+//   hold-and-log-last        logs one more when the module has written what was left
+//   hold-and-log-on          another thread logs numbers; prints how many there are for certain before it ends
+//   hold-and-fork            a child ends first, in the same way
 #include "Interfaces/ILogger.h"
 #include "Tests/Module/LoadedModule.h"
 #include "Tests/Support/LoggerTesting.h"
 
+#include <atomic>
+#include <iostream>
 #include <memory>
+#include <thread>
 #include <utility>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
@@ -33,6 +41,41 @@ void Log(const std::string& file)
     held = logger.Detach();
 }
 
+// Made before the module is loaded, so that it goes after what the module does at the end.
+struct LastWords
+{
+    ~LastWords()
+    {
+        if (wanted)
+            Say(*held, "Main", "third");
+    }
+
+    bool wanted = false;
+} lastWords;
+
+void LogOn()
+{
+    static std::atomic<int> logged{0};
+    std::thread(
+        []
+        {
+            for (;; ++logged)
+                Say(*held, "Main", std::to_string(logged).c_str());
+        })
+        .detach();
+    while (logged < 1000)
+    {
+    }
+    std::cout << logged << std::flush;
+}
+
+// From here on there are two processes, of which the child goes first.
+void Fork()
+{
+    if (fork() != 0)
+        wait(nullptr);
+}
+
 void Release()
 {
     Ref<ILogger>::Adopt(std::exchange(held, nullptr));
@@ -51,6 +94,11 @@ int main(int count, char** arguments)
         return 2;
     const std::string end = arguments[2];
     Log(arguments[1]);
+    lastWords.wanted = end.ends_with("last");
+    if (end.ends_with("on"))
+        LogOn();
+    if (end.ends_with("fork"))
+        Fork();
     if (end.starts_with("release"))
         Release();
     if (end.ends_with("unload"))
