@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "Benchmarks/Comparison.h"
 #include "Benchmarks/LoadedModule.h"
 #include "Helpers/BatchUpdate.h"
 #include "Helpers/Ranges.h"
 #include "Helpers/Reading.h"
 #include "Helpers/Subscription.h"
 #include "Interfaces/IFactory.h"
-
-#include <benchmark/benchmark.h>
 
 #include <charconv>
 #include <cstring>
@@ -21,7 +20,7 @@ namespace
 using namespace tvx;
 using namespace tvx::bench;
 
-constexpr int Many = 1000;
+constexpr std::int64_t Many = 1000;
 constexpr std::int32_t Number = 42;
 
 std::vector<std::string> MakeKeys(std::int64_t count)
@@ -63,10 +62,12 @@ Ref<IUserDataContainer> MakeContainer(std::int64_t count)
 }
 
 // What read gives for one key of many after the other.
-template <class ReadKey>
-void ReadKeys(benchmark::State& state, ReadKey read)
+using ReadKey = std::int32_t (*)(ISimpleMap& map, const char* key);
+
+template <ReadKey read>
+void ReadKeys(benchmark::State& state, std::int64_t size)
 {
-    const auto keys = MakeKeys(state.range(0));
+    const auto keys = MakeKeys(size);
     const auto map = MakeMap(keys);
     if (read(*map, keys.back().c_str()) != Number || read(*map, "absent") != 0)
         state.SkipWithError("another value was read");
@@ -78,11 +79,10 @@ void ReadKeys(benchmark::State& state, ReadKey read)
     }
 }
 
-void ReadInt(benchmark::State& state)
+std::int32_t ReadInt(ISimpleMap& map, const char* key)
 {
-    ReadKeys(state, [](ISimpleMap& map, const char* key) { return Read<std::int32_t>(map, key).ValueOr(0); });
+    return Read<std::int32_t>(map, key).ValueOr(0);
 }
-BENCHMARK(ReadInt)->Name("AuthorHelpers/ReadInt")->Arg(Many);
 
 std::int32_t ReadIntByHand(ISimpleMap& map, const char* key)
 {
@@ -96,21 +96,14 @@ std::int32_t ReadIntByHand(ISimpleMap& map, const char* key)
     return parsed.ec == std::errc() && parsed.ptr == end ? value : 0;
 }
 
-void ReadIntPlain(benchmark::State& state)
-{
-    ReadKeys(state, ReadIntByHand);
-}
-BENCHMARK(ReadIntPlain)->Name("AuthorHelpers/ReadInt/peer:plain_calls")->Arg(Many);
-
 // A whole walk over many each time; count tells how many it came by.
-template <class Container, class Count>
-void Walk(benchmark::State& state, const Ref<Container>& container, Count count)
+template <class Container>
+void Walk(benchmark::State& state, std::int64_t size, Container& container, std::size_t (*count)(Container&))
 {
-    if (count(*container) != static_cast<std::size_t>(state.range(0)))
+    if (count(container) != static_cast<std::size_t>(size))
         state.SkipWithError("the walk left something out");
     for (auto _ : state)
-        benchmark::DoNotOptimize(count(*container));
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+        benchmark::DoNotOptimize(count(container));
 }
 
 std::size_t CountEntries(ISimpleMap& map)
@@ -132,12 +125,11 @@ std::size_t CountEntriesByHand(ISimpleMap& map)
     return count;
 }
 
-void WalkEntries(benchmark::State& state, std::size_t (*count)(ISimpleMap&))
+template <std::size_t (*count)(ISimpleMap&)>
+void WalkEntries(benchmark::State& state, std::int64_t size)
 {
-    Walk(state, MakeMap(MakeKeys(state.range(0))), count);
+    Walk(state, size, *MakeMap(MakeKeys(size)), count);
 }
-BENCHMARK_CAPTURE(WalkEntries, Entries, CountEntries)->Name("AuthorHelpers/Entries")->Arg(Many);
-BENCHMARK_CAPTURE(WalkEntries, Plain, CountEntriesByHand)->Name("AuthorHelpers/Entries/peer:plain_calls")->Arg(Many);
 
 std::size_t CountItems(ICollection& collection)
 {
@@ -179,14 +171,11 @@ std::size_t CountItemsAsByHand(ICollection& collection)
     return count;
 }
 
-void WalkItems(benchmark::State& state, std::size_t (*count)(ICollection&))
+template <std::size_t (*count)(ICollection&)>
+void WalkItems(benchmark::State& state, std::int64_t size)
 {
-    Walk(state, MakeCollection(state.range(0)), count);
+    Walk(state, size, *MakeCollection(size), count);
 }
-BENCHMARK_CAPTURE(WalkItems, Items, CountItems)->Name("AuthorHelpers/Items")->Arg(Many);
-BENCHMARK_CAPTURE(WalkItems, Plain, CountItemsByHand)->Name("AuthorHelpers/Items/peer:plain_calls")->Arg(Many);
-BENCHMARK_CAPTURE(WalkItems, ItemsAs, CountItemsAs)->Name("AuthorHelpers/ItemsAs")->Arg(Many);
-BENCHMARK_CAPTURE(WalkItems, PlainAs, CountItemsAsByHand)->Name("AuthorHelpers/ItemsAs/peer:plain_calls")->Arg(Many);
 
 std::size_t CountUserData(IUserDataContainer& container)
 {
@@ -212,16 +201,15 @@ std::size_t CountUserDataByHand(IUserDataContainer& container)
     return count;
 }
 
-void WalkUserData(benchmark::State& state, std::size_t (*count)(IUserDataContainer&))
+template <std::size_t (*count)(IUserDataContainer&)>
+void WalkUserData(benchmark::State& state, std::int64_t size)
 {
-    Walk(state, MakeContainer(state.range(0)), count);
+    Walk(state, size, *MakeContainer(size), count);
 }
-BENCHMARK_CAPTURE(WalkUserData, UserData, CountUserData)->Name("AuthorHelpers/UserData")->Arg(Many);
-BENCHMARK_CAPTURE(WalkUserData, Plain, CountUserDataByHand)->Name("AuthorHelpers/UserData/peer:plain_calls")->Arg(Many);
 
 // There and back: the mode on, and the one before restored on a map that lives until then.
-template <class Switch>
-void SwitchMode(benchmark::State& state, Switch switchThereAndBack)
+template <void (*switchThereAndBack)(ISimpleMap&)>
+void SwitchMode(benchmark::State& state, std::int64_t)
 {
     const auto map = MakeMap();
     switchThereAndBack(*map);
@@ -232,25 +220,19 @@ void SwitchMode(benchmark::State& state, Switch switchThereAndBack)
         switchThereAndBack(*map);
 }
 
-void SwitchByGuard(benchmark::State& state)
+void SwitchByGuard(ISimpleMap& map)
 {
-    SwitchMode(state, [](ISimpleMap& map) { const BatchUpdate batch(map); });
+    const BatchUpdate batch(map);
 }
-BENCHMARK(SwitchByGuard)->Name("AuthorHelpers/BatchUpdate");
 
-void SwitchPlain(benchmark::State& state)
+void SwitchByHand(ISimpleMap& map)
 {
-    SwitchMode(state,
-               [](ISimpleMap& map)
-               {
-                   const Ref<ISimpleMap> kept(&map);
-                   bool before = false;
-                   map.GetBatchUpdatingMode(&before);
-                   map.SetBatchUpdatingMode(true);
-                   map.SetBatchUpdatingMode(before);
-               });
+    const Ref<ISimpleMap> kept(&map);
+    bool before = false;
+    map.GetBatchUpdatingMode(&before);
+    map.SetBatchUpdatingMode(true);
+    map.SetBatchUpdatingMode(before);
 }
-BENCHMARK(SwitchPlain)->Name("AuthorHelpers/BatchUpdate/peer:plain_calls");
 
 // What one writes without the helper: a handler class of one's own, which learns of the sender's death, too.
 class CountingHandler final : public ClassImpl<CountingHandler, IEventHandler>
@@ -300,8 +282,8 @@ private:
 };
 
 // The whole life of a subscription that hears nothing.
-template <class MakeSubscription>
-void SubscribeAndEnd(benchmark::State& state, MakeSubscription makeSubscription)
+template <auto makeSubscription>
+void SubscribeAndEnd(benchmark::State& state, std::int64_t)
 {
     const auto map = MakeMap();
     int heard = 0;
@@ -317,8 +299,8 @@ void SubscribeAndEnd(benchmark::State& state, MakeSubscription makeSubscription)
 }
 
 // One write, heard by one subscription.
-template <class MakeSubscription>
-void FireOne(benchmark::State& state, MakeSubscription makeSubscription)
+template <auto makeSubscription>
+void FireOne(benchmark::State& state, std::int64_t)
 {
     const auto map = MakeMap();
     int heard = 0;
@@ -339,9 +321,25 @@ HandMadeSubscription SubscribeByHand(ISimpleMap& map, int& heard)
     return HandMadeSubscription(map, heard);
 }
 
-BENCHMARK_CAPTURE(SubscribeAndEnd, Function, SubscribeFunction)->Name("AuthorHelpers/Subscribe");
-BENCHMARK_CAPTURE(SubscribeAndEnd, ByHand, SubscribeByHand)->Name("AuthorHelpers/Subscribe/peer:plain_calls");
-BENCHMARK_CAPTURE(FireOne, Function, SubscribeFunction)->Name("AuthorHelpers/Fire");
-BENCHMARK_CAPTURE(FireOne, ByHand, SubscribeByHand)->Name("AuthorHelpers/Fire/peer:plain_calls");
+Comparison MakeRow(const char* helper, std::int64_t size, Work ours, Work byHand)
+{
+    return {.name = std::string("AuthorHelpers/") + helper,
+            .size = size,
+            .ours = ours,
+            .peer = "the same by hand",
+            .theirs = byHand,
+            .bound = Bound::None};
+}
+
+const Comparisons Rows = {
+    MakeRow("ReadInt", Many, ReadKeys<ReadInt>, ReadKeys<ReadIntByHand>),
+    MakeRow("Entries", Many, WalkEntries<CountEntries>, WalkEntries<CountEntriesByHand>),
+    MakeRow("Items", Many, WalkItems<CountItems>, WalkItems<CountItemsByHand>),
+    MakeRow("ItemsAs", Many, WalkItems<CountItemsAs>, WalkItems<CountItemsAsByHand>),
+    MakeRow("UserData", Many, WalkUserData<CountUserData>, WalkUserData<CountUserDataByHand>),
+    MakeRow("BatchUpdate", 0, SwitchMode<SwitchByGuard>, SwitchMode<SwitchByHand>),
+    MakeRow("Subscribe", 0, SubscribeAndEnd<SubscribeFunction>, SubscribeAndEnd<SubscribeByHand>),
+    MakeRow("Fire", 0, FireOne<SubscribeFunction>, FireOne<SubscribeByHand>),
+};
 
 }  // namespace
