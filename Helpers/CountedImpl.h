@@ -11,7 +11,8 @@ namespace tvx
 {
 
 // A base of classes whose objects mostly have one holder from beginning to end. Who holds the only reference is alone with the
-// object, so that letting it go needs no locked operation; looking first costs objects that are shared a little.
+// object, so that letting it go needs no locked operation; looking first costs objects that are shared a little. Its
+// constructors give no reference away.
 class MostlyUnshared
 {
 protected:
@@ -57,16 +58,22 @@ public:
 
     std::uint32_t GetRefCount() final { return count_.load(std::memory_order_acquire); }
 
-    // The first reference, for MakeRef only: nobody else knows the object yet, so that nothing needs to be locked. (No
-    // constructor can share its object with other threads: whoever lets go of a reference there destroys it.)
-    void AddFirstRef() noexcept { count_.store(count_.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed); }
+    // The first reference, for MakeRef only. Nobody else knows an object of a class that is mostly unshared yet, so that
+    // nothing needs to be locked.
+    void AddFirstRef() noexcept
+    {
+        if constexpr (std::is_base_of_v<MostlyUnshared, Class>)
+            count_.store(1, std::memory_order_relaxed);
+        else
+            count_.fetch_add(1, std::memory_order_relaxed);
+    }
 
 protected:
     CountedImpl() = default;
     ~CountedImpl() = default;
 
 private:
-    // Gives the count. Apart from Release: what a destructor needs to save would be saved by every release.
+    // Gives the count. Not inlined: what a destructor needs to save would be saved by every release.
     [[gnu::noinline]] std::uint32_t Destroy()
     {
         count_.store(0, std::memory_order_relaxed);

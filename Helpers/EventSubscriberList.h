@@ -14,16 +14,19 @@
 namespace tvx
 {
 
-// Who wants to hear of which event, in the order of subscription. Handlers are kept without a reference.
+// Who wants to hear of which event, in the order of subscription. Handlers are kept without a reference. Identifiers and names
+// are constants: what stands at their addresses never changes.
 //
 // Any thread. The list's recursive lock is held while handlers run, and they may subscribe, unsubscribe and fire again: a
 // subscription removed before its turn is not called, one added meanwhile is called in its turn.
 class EventSubscriberList
 {
 public:
-    // Adds a subscription of handler to the event at the end; one that is there already counts once more.
+    // Adds a subscription of handler, unless it is null, to the event at the end; one that is there already counts once more.
     void Subscribe(const char* interfaceId, const char* eventName, IEventHandler* handler, std::uint64_t userData)
     {
+        if (handler == nullptr)
+            return;
         const std::lock_guard<OwnerLock> guard(lock_);
         auto& key = keys_.FindOrAdd({interfaceId, eventName});
         subscriptions_.push_back({&key, handler, userData});
@@ -54,7 +57,7 @@ public:
     // Calls every handler of the event on this thread, in the order of subscription. A handler's result is ignored, and so
     // is an exception that it lets out.
     //
-    // Never a part of its callers, which have nothing to save where nobody ever subscribed.
+    // Not inlined: its callers have nothing to save where nobody ever subscribed.
     [[gnu::noinline]] void Fire(const char* interfaceId, const char* eventName, IObject* sender,
                                 std::uint64_t param) noexcept
     {

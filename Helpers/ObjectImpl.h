@@ -30,6 +30,7 @@ protected:
     }
 
     // Subscribes handler to an event of the class's own interfaces, or unsubscribes it. Without memory nothing is subscribed.
+    // Identifier and name are constants, here and in Fire: what stands at their addresses never changes.
     void Connect(const char* interfaceId, const char* eventName, IEventHandler* handler, std::uint64_t cookie,
                  bool connect) noexcept
     {
@@ -75,7 +76,7 @@ private:
 
     static constexpr const char* DestroyedEvent = "Destroyed";
 
-    // Takes the lists. Apart from the destructor, which most objects leave at once.
+    // Takes the lists. Not inlined: most objects leave the destructor at once.
     [[gnu::noinline]] void FireDestroyed(EventLists* taken) noexcept
     {
         const std::unique_ptr<EventLists> lists(taken);

@@ -30,7 +30,7 @@ bool RegisterRefresh() noexcept
     return pthread_atfork(nullptr, nullptr, &RefreshInChild) == 0;
 }
 
-// Never a part of its caller, which has nothing to save where the number is known.
+// Not inlined: the caller has nothing to save where the number is known.
 [[gnu::noinline]] std::uint32_t AskOnce() noexcept
 {
     static const bool refreshes = RegisterRefresh();

@@ -164,6 +164,14 @@ TEST(EventSubscriberList, KnowsTheSameTextsAtOtherAddresses)
     EXPECT_EQ(handler->events.size(), 3U);
 }
 
+TEST(EventSubscriberList, HasNobodyWhoIsNull)
+{
+    EventSubscriberList list;
+    list.Subscribe("test.ISource/1.0", "Changed", nullptr, 0);
+    EXPECT_FALSE(list.HasSubscribers());
+    list.Fire("test.ISource/1.0", "Changed", nullptr, 0);
+}
+
 TEST(EventKeys, KeepsEachEventOnceUntilNobodyUsesIt)
 {
     EventKeys keys;
