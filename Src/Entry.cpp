@@ -18,12 +18,17 @@ constexpr std::size_t SmallestRoom = 15;
 
 static_assert(EntryMemory::RoundUp(1) % alignof(Entry) == 0, "entries lie side by side");
 
-// What 32 bits cannot count is taken as more than memory holds.
+// What 32 bits cannot count, with some bytes beside it, is taken as more than memory holds.
+constexpr std::size_t MostLength = std::numeric_limits<std::uint32_t>::max() - 256;
+
 void RequireLength(std::string_view text)
 {
-    if (text.size() >= std::numeric_limits<std::uint32_t>::max() / 4)
+    if (text.size() > MostLength)
         throw std::bad_alloc();
 }
+
+// A value that has become longer once may become so again, so that its place is doubled; not beyond this.
+constexpr std::size_t MostSpared = std::size_t{1024} * 1024;
 
 // The text may lie where it is put.
 void PutText(char* place, std::string_view text) noexcept
@@ -90,7 +95,7 @@ void Entry::PutValue(std::string_view value) noexcept
 void Entry::Outgrow(std::string_view value)
 {
     RequireLength(value);
-    const auto room = std::max<std::size_t>(value.size(), std::size_t{2} * valueRoom_);
+    const auto room = std::max(value.size(), std::min(std::size_t{2} * valueRoom_, MostSpared));
     auto place = std::make_unique_for_overwrite<char[]>(room + 1);
     const std::unique_ptr<char[]> before(HasOutgrown() ? value_ : nullptr);
     value_ = place.release();

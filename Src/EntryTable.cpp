@@ -17,6 +17,7 @@ EntryTable::EntryTable(const EntryTable& other)
         AddLast(Entry::MakeCopy(memory_, *other.GetAt(position)));
 }
 
+// What entries have in the blocks of the table goes with those.
 EntryTable::~EntryTable()
 {
     if (hasOutgrown_)
@@ -30,20 +31,19 @@ const Entry* EntryTable::Find(std::string_view key) const noexcept
 
 void EntryTable::Set(std::string_view key, std::string_view value)
 {
-    Reserve(GetCount() + 1);
     const auto hash = HashKey(key);
-    const auto place = index_.FindPlace(key, hash);
-    if (Entry* const present = index_.GetAt(place))
+    if (Entry* const present = index_.GetAt(index_.FindPlace(key, hash)))
     {
         hasOutgrown_ = hasOutgrown_ || !present->HasRoomFor(value);
         return present->SetValue(value);
     }
+    Reserve(GetCount() + 1);
     Entry* const made = Entry::Make(memory_, key, hash, value);
-    index_.PutAt(place, made);
+    index_.Add(made);
     order_.Add(made);
 }
 
-// Room is taken for as many entries as there are, as long as those of the other table are in the middle.
+// Room is taken for that many entries of the average size of the other table's.
 void EntryTable::AddBelow(std::string_view prefix, const EntryPlace& first)
 {
     const auto isBelow = [prefix](const EntryPlace& place)

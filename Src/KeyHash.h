@@ -47,7 +47,7 @@ constexpr std::uint32_t MixLast(std::uint64_t word, std::uint64_t last) noexcept
 // A number that keys with the same bytes share and most others do not; never 0. The same in one process only.
 inline std::uint32_t HashKey(std::string_view key) noexcept
 {
-    constexpr std::uint32_t neverZero = 0x8000'0000;  // above the bits that choose a place
+    constexpr std::uint32_t neverZero = 0x8000'0000;  // chooses no place of fewer than 2^31
     const char* text = key.data();
     std::size_t left = key.size();
     std::uint64_t hash = left;

@@ -11,6 +11,7 @@
 #include <new>
 #include <random>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -41,10 +42,10 @@ Pairs ToPairs(const Oracle& oracle)
     return {oracle.begin(), oracle.end()};
 }
 
-Result SetOrFail(EntryTable& table, const std::string& key)
+Result SetOrFail(EntryTable& table, std::string_view key, std::string_view value = "value")
 try
 {
-    table.Set(key, "value");
+    table.Set(key, value);
     return TVX_OK;
 }
 catch (const std::bad_alloc&)
@@ -167,6 +168,19 @@ TEST(EntryTable, TakesWhatIsBelowAPrefix)
 }
 
 // At every size, so that each row comes to its end, is made wider and fails to be.
+TEST(EntryTable, WritesWhatHasRoomWithoutMemory)
+{
+    for (int size = 1; size < 130; ++size)
+    {
+        EntryTable table;
+        for (int number = 0; number < size; ++number)
+            table.Set(std::to_string(number), "value");
+        const auto outcome = test::RunWith({0, true}, [&] { return SetOrFail(table, "0", "other"); });
+        EXPECT_FALSE(outcome.failed) << size;
+        EXPECT_EQ(table.Find("0")->GetValue(), "other") << size;
+    }
+}
+
 TEST(EntryTable, StaysAsItIsForWantOfMemory)
 {
     for (int size = 0; size < 130; ++size)
