@@ -23,7 +23,8 @@ enum class LockState : std::uint8_t
 //
 // A thread that comes alone puts its whole hold into one word, and takes it out again. When a second one comes, that hold is
 // moved to the list of those who stand side by side, and the word says so; when the last of them has gone, the next one is
-// alone again. Word and list say who holds the lock, and nothing else does: no thread locks anything on behalf of another.
+// alone again. Word and list say who holds the lock, and nothing else does: no mutex is ever locked by one thread and unlocked
+// by another.
 class ImageLock
 {
 public:

@@ -3,6 +3,7 @@
 
 #include "Platform/Pages.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <mutex>
 #include <new>
@@ -23,13 +24,14 @@ constexpr bool IsLarge(std::size_t size) noexcept
     return size >= Large;
 }
 
-// The memory that is kept. A plain object: images that a host has left may go after the module has begun to.
+// The memory that is kept. A plain object: images that a host has left may go after the module has begun to. Nobody waits for
+// it: the child of a fork may find it taken by a thread that it does not have.
 struct Shelf
 {
     std::mutex lock;
     void* pages = nullptr;
     std::size_t size = 0;
-    bool isClosed = false;
+    std::atomic<bool> isClosed{false};
 };
 
 constinit Shelf shelf;
@@ -37,8 +39,8 @@ constinit Shelf shelf;
 // Gives what is kept to the caller, when it is there and of that size; 0 stands for any.
 std::pair<void*, std::size_t> TakeKept(std::size_t size) noexcept
 {
-    const std::lock_guard<std::mutex> guard(shelf.lock);
-    if (shelf.pages == nullptr || (size != 0 && shelf.size != size))
+    const std::unique_lock<std::mutex> guard(shelf.lock, std::try_to_lock);
+    if (!guard || shelf.pages == nullptr || (size != 0 && shelf.size != size))
         return {};
     return {std::exchange(shelf.pages, nullptr), std::exchange(shelf.size, 0)};
 }
@@ -55,10 +57,7 @@ struct Closing
 {
     ~Closing()
     {
-        {
-            const std::lock_guard<std::mutex> guard(shelf.lock);
-            shelf.isClosed = true;
-        }
+        shelf.isClosed = true;
         FreeKept();
     }
 };
@@ -70,8 +69,8 @@ std::pair<void*, std::size_t> Keep(void* pages, std::size_t size) noexcept
     if (size > MostKept)
         return {pages, size};
     Platform::OfferPages(pages, size);
-    const std::lock_guard<std::mutex> guard(shelf.lock);
-    if (shelf.isClosed)
+    const std::unique_lock<std::mutex> guard(shelf.lock, std::try_to_lock);
+    if (!guard || shelf.isClosed)
         return {pages, size};
     return {std::exchange(shelf.pages, pages), std::exchange(shelf.size, size)};
 }
@@ -83,17 +82,23 @@ void* TakeLarge(std::size_t size, Content content) noexcept
         if (void* const kept = TakeKept(size).first)
             return kept;
     }
-    if (void* const pages = Platform::TakePages(size))
-        return pages;
-    FreeKept();
     return Platform::TakePages(size);
 }
 
-void* Take(std::size_t size, Content content) noexcept
+void* TakeOnce(std::size_t size, Content content) noexcept
 {
     if (IsLarge(size))
         return TakeLarge(size, content);
     return content == Content::Zeros ? std::calloc(size, 1) : std::malloc(size);
+}
+
+// What is kept is no reason to have no memory.
+void* Take(std::size_t size, Content content) noexcept
+{
+    if (void* const memory = TakeOnce(size, content))
+        return memory;
+    FreeKept();
+    return TakeOnce(size, content);
 }
 
 }  // namespace
