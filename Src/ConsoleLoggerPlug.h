@@ -78,7 +78,8 @@ private:
     LoggerSettings defaults_;
     std::map<std::string, std::shared_ptr<LogFile>> files_;  // by expanded name, byte for byte
     NamedSettings settings_;
-    // By the address of the name that was passed; the entries never move.
+    // By the address of the name that was passed; the entries never move. Atomic, so that a host that lets two threads in at
+    // once finds no half of an address.
     std::atomic<NamedSettings::value_type*> lastUsed_[16] = {};
     const void* const ownTable_ = Platform::GetTable(*this);  // a derived class puts its own in place later
     TimeStamp timeStamp_;

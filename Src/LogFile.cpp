@@ -64,9 +64,9 @@ void LogFile::Flush() noexcept
 
 // Behind what is in the buffer, which is written first where it is in the way. Null when there is no room at all.
 //
-// The end of the module, on another thread, says first that nothing is buffered any more and then takes what is there. So who
-// sees the buffer empty by that sees here that it is no longer to be used, and who does not puts a line behind what is being
-// written. That line alone may be lost: it is logged at the very moment of the end.
+// The end of the module, on another thread, first says that nothing is buffered any more and then takes what is there. Whoever
+// finds the buffer empty because of that is told here not to use it. Whoever does not find it empty yet puts a line behind what
+// is being written: only that line, logged at the very moment of the end, may be lost.
 char* LogFile::GetRoom(std::size_t size) noexcept
 {
     if (size > BufferSize - size_.load(std::memory_order_relaxed))
