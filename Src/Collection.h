@@ -11,8 +11,8 @@ namespace tvx
 
 // The ordered list of objects. One thread at a time; handlers may change the collection while it fires.
 //
-// Its operations call each other through the virtual table. It writes null items, but a document with one cannot be read
-// back: that is intended.
+// Its operations call each other through the virtual table; only indices are bounded by its own list. It writes null items,
+// but a document with one cannot be read back: that is intended.
 class Collection : public ClassImpl<Collection, ICollection2, ISerializable>
 {
 public:

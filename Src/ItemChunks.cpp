@@ -52,7 +52,7 @@ void ItemChunks::Move(std::size_t from, std::size_t to) noexcept
     if (const auto chunk = FindChunk(from); chunk == FindChunk(to))
         return chunks_[chunk].Move(from - starts_[chunk], to - starts_[chunk]);
     if (chunks_[FindChunk(to)].IsFull())
-        static_cast<void>(TrySplit(FindChunk(to)));
+        TrySplit(FindChunk(to));
     const auto source = FindPlace(from);
     const auto target = FindPlace(to);
     IObject* const moved = chunks_[source.chunk].Take(source.offset);
@@ -137,15 +137,13 @@ void ItemChunks::Split(std::size_t chunk)
     Renumber(chunk, chunks_.size() - 1);
 }
 
-bool ItemChunks::TrySplit(std::size_t chunk) noexcept
+void ItemChunks::TrySplit(std::size_t chunk) noexcept
 try
 {
     Split(chunk);
-    return true;
 }
-catch (...)  // want of memory
+catch (...)  // want of memory: the chunk stays as it is
 {
-    return false;
 }
 
 // Keeps the chunks few: one that has become small goes into a neighbour, so far that both are not full again soon.

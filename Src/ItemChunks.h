@@ -72,8 +72,8 @@ private:
         std::size_t offset;
     };
 
-    // The chunk of the item at index. In a list that grew at its end all chunks are full, so that the index tells it; it is
-    // never before that one. Else it mostly is the one that was asked for before.
+    // The chunk of the item at index. In a list that grew at its end all chunks are full, so that the index tells the chunk;
+    // in others it stands there or behind, and mostly where the last one was found.
     std::size_t FindChunk(std::size_t index) const noexcept
     {
         const auto full = index / ChunkSize;
@@ -101,7 +101,7 @@ private:
     static ItemChunk MakeChunk();
     void AddChunk(std::size_t place, ItemChunk added);
     void Split(std::size_t chunk);
-    bool TrySplit(std::size_t chunk) noexcept;
+    void TrySplit(std::size_t chunk) noexcept;
     void Tidy(std::size_t chunk) noexcept;
     void JoinWithNext(std::size_t chunk) noexcept;
     void PutInFromBelow(Place place, IObject* item) noexcept;
@@ -109,7 +109,7 @@ private:
     void ShiftStarts(std::size_t chunk, std::size_t by) noexcept;
     void Renumber(std::size_t first, std::size_t last) noexcept;
 
-    // As soon as there are two, each has room for ChunkSize items, and none is empty between operations.
+    // As soon as there are two, each has room for ChunkSize items, and none is empty.
     std::vector<ItemChunk> chunks_;
     std::vector<std::size_t> starts_;  // the index of the first item of each chunk; may be longer than chunks_
     std::size_t size_ = 0;
