@@ -4,9 +4,9 @@
 namespace tvx::bench
 {
 
-Comparisons::Comparisons(std::initializer_list<Comparison> rows)
+Comparisons::Comparisons(const std::vector<Comparison>& rows)
 {
-    GetAll().insert(GetAll().end(), rows);
+    GetAll().insert(GetAll().end(), rows.begin(), rows.end());
 }
 
 std::vector<Comparison>& Comparisons::GetAll()

@@ -45,7 +45,8 @@ struct Comparison
 class Comparisons
 {
 public:
-    Comparisons(std::initializer_list<Comparison> rows);
+    Comparisons(const std::vector<Comparison>& rows);
+    Comparisons(std::initializer_list<Comparison> rows) : Comparisons(std::vector<Comparison>(rows)) {}
 
     // All of the program, in the order of the source files.
     static std::vector<Comparison>& GetAll();

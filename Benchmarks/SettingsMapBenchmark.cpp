@@ -15,24 +15,6 @@ namespace
 using namespace tvx;
 using namespace tvx::bench;
 
-// Walks through the keys of a map in an order of its own.
-class KeyCycle
-{
-public:
-    explicit KeyCycle(std::int64_t size) : keys_(GetShuffledKeys(size)) {}
-
-    const std::string& Next() noexcept
-    {
-        const auto& key = keys_[next_];
-        next_ = next_ + 1 < keys_.size() ? next_ + 1 : 0;
-        return key;
-    }
-
-private:
-    const Keys& keys_;
-    std::size_t next_ = 0;
-};
-
 bool Holds(ISimpleMap& map, const std::string& key, std::string_view value)
 {
     Ref<IString> text;
@@ -324,15 +306,17 @@ Comparison MakeRow(const Operation& operation, int size)
             .bound = goal == 0 ? Bound::None : operation.bound};
 }
 
-const Comparisons Rows = {
-    MakeRow(Operations[0], 0), MakeRow(Operations[0], 1), MakeRow(Operations[0], 2), MakeRow(Operations[1], 0),
-    MakeRow(Operations[1], 1), MakeRow(Operations[1], 2), MakeRow(Operations[2], 0), MakeRow(Operations[2], 1),
-    MakeRow(Operations[2], 2), MakeRow(Operations[3], 0), MakeRow(Operations[3], 1), MakeRow(Operations[3], 2),
-    MakeRow(Operations[4], 0), MakeRow(Operations[4], 1), MakeRow(Operations[4], 2), MakeRow(Operations[5], 0),
-    MakeRow(Operations[5], 1), MakeRow(Operations[5], 2), MakeRow(Operations[6], 0), MakeRow(Operations[6], 1),
-    MakeRow(Operations[6], 2), MakeRow(Operations[7], 0), MakeRow(Operations[7], 1), MakeRow(Operations[7], 2),
-    MakeRow(Operations[8], 0), MakeRow(Operations[8], 1), MakeRow(Operations[8], 2), MakeRow(Operations[9], 0),
-    MakeRow(Operations[9], 1), MakeRow(Operations[9], 2),
-};
+std::vector<Comparison> MakeRows()
+{
+    std::vector<Comparison> rows;
+    for (const auto& operation : Operations)
+    {
+        for (int size = 0; size < 3; ++size)
+            rows.push_back(MakeRow(operation, size));
+    }
+    return rows;
+}
+
+const Comparisons Rows = MakeRows();
 
 }  // namespace

@@ -51,6 +51,24 @@ inline const Keys& GetShuffledKeys(std::int64_t size)
     return keys;
 }
 
+// Walks through the keys of a map in an order of its own.
+class KeyCycle
+{
+public:
+    explicit KeyCycle(std::int64_t size) : keys_(GetShuffledKeys(size)) {}
+
+    const std::string& Next() noexcept
+    {
+        const auto& key = keys_[next_];
+        next_ = next_ + 1 < keys_.size() ? next_ + 1 : 0;
+        return key;
+    }
+
+private:
+    const Keys& keys_;
+    std::size_t next_ = 0;
+};
+
 inline Ref<ISimpleMap> MakeFilledMap(const Keys& keys)
 {
     static const auto factory = GetExport<IFactory>("com.talvere.general.tvx.GenericSimpleMapImplementation/1.1");
