@@ -53,17 +53,20 @@ struct LastWords
     bool wanted = false;
 } lastWords;
 
+// The end comes long before the thread has logged all.
 void LogOn()
 {
+    constexpr int certain = 1000;
+    constexpr int most = 20 * certain;
     static std::atomic<int> logged{0};
     std::thread(
         []
         {
-            for (;; ++logged)
+            for (; logged < most; ++logged)
                 Say(*held, "Main", std::to_string(logged).c_str());
         })
         .detach();
-    while (logged < 1000)
+    while (logged < certain)
     {
     }
     std::cout << logged << std::flush;
