@@ -44,11 +44,11 @@ std::string LogAfter(const std::string& end)
     return RunHost(end).log;
 }
 
-// How often each number stands in lines that hold nothing else.
+// How often each number stands in whole lines, which hold nothing else: the process may end in the midst of the last one.
 std::map<std::string, int> CountNumbers(const std::string& log)
 {
     std::map<std::string, int> counts;
-    std::istringstream lines(log);
+    std::istringstream lines(log.substr(0, log.rfind('\n') + 1));
     for (std::string line; std::getline(lines, line);)
     {
         const std::string start = " INFO  [S] ";
@@ -87,7 +87,7 @@ TEST(ModuleLogger, WritesAtOnceWhatIsLoggedAfterTheEnd)
     EXPECT_EQ(LogAfter("hold-and-log-last"), std::string(BothLines) + " INFO  [S] third\n");
 }
 
-// Who logs at the very moment of the end may lose that one line.
+// Who logs at the very moment of the end may lose that one line, or the rest of it.
 TEST(ModuleLogger, WritesBufferedLinesOnceWhenTheProcessEndsWhileAThreadLogs)
 {
     for (int round = 0; round < 10; ++round)
