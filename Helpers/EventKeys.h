@@ -16,8 +16,8 @@ namespace tvx
 // changes.
 struct EventName
 {
-    const char* interfaceId;
-    const char* name;
+    const char* interfaceId;  // of the interface that has the event
+    const char* name;         // of the event alone
 };
 
 // The events that somebody of a list of subscribers wants to hear of, each once: a firing looks at names only to find its
@@ -25,6 +25,7 @@ struct EventName
 class EventKeys
 {
 public:
+    // One event.
     struct Key
     {
         std::string text;        // the interface identifier, "::" and the name of the event
@@ -53,6 +54,7 @@ public:
         return keys_.back();
     }
 
+    // Drops the keys that no subscription uses.
     void DropUnused() noexcept
     {
         keys_.remove_if([](const Key& key) { return key.uses == 0; });

@@ -16,6 +16,7 @@ std::FILE* OpenSharedForWriting(const char* path) noexcept;
 class FileLock
 {
 public:
+    // Waits until no other thread writes to the file.
     explicit FileLock(std::FILE* file) noexcept;
     ~FileLock();
     FileLock(const FileLock&) = delete;
