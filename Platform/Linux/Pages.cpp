@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include <sys/mman.h>
+#include <unistd.h>
 
 namespace tvx::Platform
 {
@@ -25,7 +26,7 @@ void Unmap(std::byte* begin, const std::byte* end) noexcept
 // Room for one large page too many is asked for, so that one begins inside; what is left over goes back at once.
 void* TakePages(std::size_t size) noexcept
 {
-    constexpr std::size_t smallPage = 4096;
+    const auto smallPage = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     const auto needed = (size + smallPage - 1) / smallPage * smallPage;
     if (needed < size || needed + LargePage < needed)
         return nullptr;
