@@ -6,7 +6,6 @@
 #include "Src/CLogData.h"
 #include "Src/String.h"
 
-#include <atomic>
 #include <cstring>
 #include <ctime>
 #include <ostream>
@@ -57,12 +56,18 @@ Result RegisterForCrashDumps(const std::string& filename)
 
 }  // namespace
 
+inline CBasicLogger::NamedSettings::value_type* CBasicLogger::FindLastUsed(const char* loggerName) const noexcept
+{
+    auto* const used = lastUsed_[GetPlace(loggerName)].load(std::memory_order_relaxed);
+    return used != nullptr && IsText(used->first.c_str(), loggerName) ? used : nullptr;
+}
+
 // Most messages are filtered, and most come under a name that was used before: nothing is called then.
 Result CBasicLogger::Log(const char* loggerName, std::int32_t level, const char* source, const char* scope,
                          const char* file, std::uint32_t line, const char* message)
 {
-    auto* const used = lastUsed_[GetPlace(loggerName)].load(std::memory_order_relaxed);
-    if (used == nullptr || !IsText(used->first.c_str(), loggerName))
+    auto* const used = FindLastUsed(loggerName);
+    if (used == nullptr)
         return LogUnderOtherName({loggerName, level, source, scope, file, line, message});
     if (!used->second.Takes(level) && !MustFire())
         return TVX_OK;
@@ -134,12 +139,11 @@ Result CBasicLogger::OnImportsSet()
 // looked up, but it may be another text by now.
 LoggerSettings& CBasicLogger::GetSettings(const char* loggerName)
 {
-    auto& lastUsed = lastUsed_[GetPlace(loggerName)];
-    auto* used = lastUsed.load(std::memory_order_relaxed);
-    if (used == nullptr || !IsText(used->first.c_str(), loggerName))
-        used = &FindSettings(ToText(loggerName));
-    lastUsed.store(used, std::memory_order_relaxed);
-    return used->second;
+    if (auto* const used = FindLastUsed(loggerName))
+        return used->second;
+    auto& found = FindSettings(ToText(loggerName));
+    lastUsed_[GetPlace(loggerName)].store(&found, std::memory_order_relaxed);
+    return found.second;
 }
 
 CBasicLogger::NamedSettings::value_type& CBasicLogger::FindSettings(std::string_view loggerName)

@@ -56,6 +56,8 @@ public:
 private:
     using NamedSettings = std::map<std::string, LoggerSettings, std::less<>>;
 
+    // Null unless the last one whose address came to the same place had that name.
+    NamedSettings::value_type* FindLastUsed(const char* loggerName) const noexcept;
     LoggerSettings& GetSettings(const char* loggerName);
     NamedSettings::value_type& FindSettings(std::string_view loggerName);
     NamedSettings::value_type& MakeSettings(std::string_view loggerName);

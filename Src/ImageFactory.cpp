@@ -43,7 +43,7 @@ bool IsMovedAway(IConstImage& image)
 }
 
 template <class Interface>
-Result Make(const ImageDescription& description, Raster::Content content, Interface** out)
+Result Make(const ImageDescription& description, Content content, Interface** out)
 try
 {
     TVX_CHECK_PRECOND(out != nullptr);
@@ -94,7 +94,7 @@ catch (...)  // want of memory; the pixels are where they were
 Result ImageFactory::Create(std::int32_t width, std::int32_t height, std::int32_t format, std::int32_t type,
                             std::int32_t order, IImage** out)
 {
-    return Make({width, height, format, type, order}, Raster::Content::Zeros, out);
+    return Make({width, height, format, type, order}, Content::Zeros, out);
 }
 
 Result ImageFactory::CreateCopy(IConstImage* source, IImage** out)
@@ -104,7 +104,7 @@ Result ImageFactory::CreateCopy(IConstImage* source, IImage** out)
     Ref<Image> copy;
     TVX_FORWARD_FAILURE(Make({source->GetWidth(), source->GetHeight(), source->GetColorFormat(), source->GetDataType(),
                               source->GetRowOrder()},
-                             Raster::Content::Anything, out == nullptr ? nullptr : copy.Receive()));
+                             Content::Anything, out == nullptr ? nullptr : copy.Receive()));
     const auto filled = Fill(*copy, *source);
     if (!TVX_FAILED(filled))
         HandOut<IImage>(copy.Get(), out);

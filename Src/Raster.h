@@ -29,8 +29,6 @@ std::int32_t GetElementSize(std::int32_t dataType) noexcept;
 class Raster
 {
 public:
-    using Content = tvx::Content;
-
     // Has no pixels when a number is negative or unknown. Throws std::bad_alloc when memory does not suffice or a row is longer
     // than its length can say.
     Raster(const ImageDescription& description, Content content);

@@ -157,13 +157,13 @@ Subject MakeLogData()
 Subject MakeImage()
 {
     return MakeSubject<Through<IImage, IImage, IImageBase, IObject, IObjectBase>>(
-        MakeRef<Image>(Raster({1, 1, 0, 0, 0}, Raster::Content::Zeros)));
+        MakeRef<Image>(Raster({1, 1, 0, 0, 0}, Content::Zeros)));
 }
 
 Subject MakeConstImage()
 {
     return MakeSubject<Through<IConstImage, IConstImage, IImageBase, IObject, IObjectBase>>(
-        MakeRef<ConstImage>(Raster({1, 1, 0, 0, 0}, Raster::Content::Zeros)));
+        MakeRef<ConstImage>(Raster({1, 1, 0, 0, 0}, Content::Zeros)));
 }
 
 struct Row

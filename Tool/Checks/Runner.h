@@ -34,7 +34,8 @@ using TellFinding = std::function<void(const Finding&)>;
 // Runs each check in a process of its own: this program with the arguments "check --child NAME -- FILE", of which the
 // standard output is what DescribeOutcome gives. Whatever a check does, its process is all that it can take with it.
 // Gives what came of loading the module. Where any check needs that it is tried first, selected or not, and none of them is run
-// when it does not pass; otherwise none of the module's code runs, and it counts as passed. Throws std::runtime_error when a process cannot be started.
+// when it does not pass; otherwise none of the module's code runs, and it counts as passed. Throws std::runtime_error when a
+// process cannot be started.
 Verdict RunInChildren(const std::vector<PlannedCheck>& plan, const RunOptions& options, const TellFinding& tell);
 
 // The same in this process. There is no time limit, and a crash ends everything.
