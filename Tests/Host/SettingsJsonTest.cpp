@@ -425,7 +425,7 @@ TEST(SettingsJson, ReadsOrRefusesSpoiltTextsWithoutLosingAnything)
     constexpr std::uint32_t seed = 4711;
     MapMaker random(seed);
     std::size_t good = 0;
-    for (int round = 0; round < 20000; ++round)
+    for (int round = 0; round < 5000; ++round)
     {
         SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(round));
         const auto map = MakeMap();
@@ -439,8 +439,8 @@ TEST(SettingsJson, ReadsOrRefusesSpoiltTextsWithoutLosingAnything)
         ++good;
         ASSERT_EQ(ReadEntries(WriteText(*map)), Entries(*map));
     }
-    EXPECT_GT(good, 1000U);
-    EXPECT_LT(good, 19000U);
+    EXPECT_GT(good, 250U);
+    EXPECT_LT(good, 4750U);
 }
 
 }  // namespace
