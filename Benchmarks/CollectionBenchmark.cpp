@@ -286,6 +286,8 @@ void FindAbsent(benchmark::State& state, std::int64_t size)
         benchmark::DoNotOptimize(std::find(vector.begin(), vector.end(), absent));
 }
 
+// A flat array behind the same calls comes to 1.07: items that are mostly unshared look first whether they are alone when
+// they are released.
 Comparison MakeGetItem(std::int64_t size)
 {
     return {.name = "Collection/GetItem",
@@ -293,9 +295,11 @@ Comparison MakeGetItem(std::int64_t size)
             .ours = GetItem<MakeAllPlaces>,
             .peer = "copy of a std::shared_ptr",
             .theirs = CopyShared<MakeAllPlaces>,
-            .goal = 1.0};
+            .goal = 1.0,
+            .limit = 1.3};
 }
 
+// The same holds for the end of the list, which releases all items.
 Comparison MakeAppend(std::int64_t size, Bound bound = Bound::Ratio)
 {
     return {.name = "Collection/Append",
@@ -304,7 +308,8 @@ Comparison MakeAppend(std::int64_t size, Bound bound = Bound::Ratio)
             .peer = "std::vector of boost::intrusive_ptr",
             .theirs = FillVector<false>,
             .goal = 1.4,
-            .bound = bound};
+            .bound = bound,
+            .limit = 1.55};
 }
 
 Comparison MakeInsertAndRemove(std::int64_t size, double goal)

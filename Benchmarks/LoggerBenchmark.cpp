@@ -195,18 +195,22 @@ void LogBelowLevels(benchmark::State& state, std::int64_t count)
     }
 }
 
+// Of a line to a file 40 % is the system's writing, which the peer pays as well. With a listener five texts are measured and
+// copied into a record of its own. A filtered call is one with eight arguments, and one comparison of the name.
 const Comparisons Rows = {
     {.name = "Logger/File",
      .ours = LogToFile,
      .peer = "spdlog, basic_file_sink_st",
      .theirs = LogToFileOfPeer,
-     .goal = 0.30},
+     .goal = 0.30,
+     .limit = 0.36},
     {.name = "Logger/FileWithListener",
      .ours = LogToFileWithListener,
      .peer = "spdlog, basic_file_sink_st",
      .theirs = LogToFileOfPeer,
-     .goal = 0.45},
-    {.name = "Logger/Filtered", .ours = LogBelowLevel, .peer = "", .goal = 6, .bound = Bound::Nanoseconds},
+     .goal = 0.45,
+     .limit = 0.7},
+    {.name = "Logger/Filtered", .ours = LogBelowLevel, .peer = "", .goal = 6, .bound = Bound::Nanoseconds, .limit = 12},
     {.name = "Logger/FilteredNames", .size = 10, .ours = LogBelowLevels, .peer = "", .bound = Bound::None},
 };
 

@@ -5,7 +5,8 @@
 #include <absl/container/btree_map.h>
 #include <absl/container/flat_hash_map.h>
 
-#include <cstdlib>
+#include <string>
+#include <vector>
 
 // The settings map beside maps that are made for speed alone: one is sorted but moves its entries, the other has no order.
 // They have no goals.
@@ -28,50 +29,34 @@ const Map& GetFilledOther(std::int64_t size)
     return map;
 }
 
-void GetInt(benchmark::State& state, std::int64_t size)
-{
-    auto& map = GetFilledMap(size);
-    KeyCycle keys(size);
-    std::int32_t value = 0;
-    for (auto _ : state)
-    {
-        map.GetInt(keys.Next().c_str(), &value);
-        benchmark::DoNotOptimize(value);
-    }
-    if (value != std::atoi(ValueText))
-        state.SkipWithError("another number was read");
-}
-
 template <class Map>
 void GetIntOfOther(benchmark::State& state, std::int64_t size)
 {
-    const auto& map = GetFilledOther<Map>(size);
-    KeyCycle keys(size);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(std::atoi(map.find(keys.Next().c_str())->second.c_str()));
+    GetIntsOfOther(state, GetFilledOther<Map>(size), size);
 }
 
-Comparison BesideTree(std::int64_t size)
+template <class Map>
+Comparison GetIntBeside(const std::string& other, const std::string& peer, std::int64_t size)
 {
-    return {.name = "SettingsMap/GetIntBesideTree",
+    return {.name = "SettingsMap/GetIntBeside" + other,
             .size = size,
-            .ours = GetInt,
-            .peer = "absl::btree_map + atoi",
-            .theirs = GetIntOfOther<TreeMap>,
+            .ours = GetInts,
+            .peer = peer + " + atoi",
+            .theirs = GetIntOfOther<Map>,
             .bound = Bound::None};
 }
 
-Comparison BesideHash(std::int64_t size)
+std::vector<Comparison> MakeRows()
 {
-    return {.name = "SettingsMap/GetIntBesideHash",
-            .size = size,
-            .ours = GetInt,
-            .peer = "absl::flat_hash_map + atoi",
-            .theirs = GetIntOfOther<HashMap>,
-            .bound = Bound::None};
+    std::vector<Comparison> rows;
+    for (const std::int64_t size : {10, 1000, 100'000})
+    {
+        rows.push_back(GetIntBeside<TreeMap>("Tree", "absl::btree_map", size));
+        rows.push_back(GetIntBeside<HashMap>("Hash", "absl::flat_hash_map", size));
+    }
+    return rows;
 }
 
-const Comparisons Rows = {BesideTree(10), BesideTree(1000), BesideTree(100'000),
-                          BesideHash(10), BesideHash(1000), BesideHash(100'000)};
+const Comparisons Rows = MakeRows();
 
 }  // namespace

@@ -172,34 +172,27 @@ void DeserializeIntoPlainMap(benchmark::State& state, std::int64_t size)
     }
 }
 
-constexpr char Iteration[] = "iteration of a std::map";
-constexpr char Building[] = "building a std::map";
+Comparison MakeSerialize(std::int64_t size, double goal)
+{
+    return {.name = "SettingsMap/Serialize",
+            .size = size,
+            .ours = Serialize,
+            .peer = "iteration of a std::map",
+            .theirs = SerializePlainMap,
+            .goal = goal};
+}
 
-const Comparisons Rows = {
-    {.name = "SettingsMap/Serialize",
-     .size = 1000,
-     .ours = Serialize,
-     .peer = Iteration,
-     .theirs = SerializePlainMap,
-     .goal = 1.0},
-    {.name = "SettingsMap/Serialize",
-     .size = 100'000,
-     .ours = Serialize,
-     .peer = Iteration,
-     .theirs = SerializePlainMap,
-     .goal = 0.3},
-    {.name = "SettingsMap/Deserialize",
-     .size = 1000,
-     .ours = Deserialize,
-     .peer = Building,
-     .theirs = DeserializeIntoPlainMap,
-     .goal = 0.75},
-    {.name = "SettingsMap/Deserialize",
-     .size = 100'000,
-     .ours = Deserialize,
-     .peer = Building,
-     .theirs = DeserializeIntoPlainMap,
-     .goal = 0.75},
-};
+Comparison MakeDeserialize(std::int64_t size)
+{
+    return {.name = "SettingsMap/Deserialize",
+            .size = size,
+            .ours = Deserialize,
+            .peer = "building a std::map",
+            .theirs = DeserializeIntoPlainMap,
+            .goal = 0.75};
+}
+
+const Comparisons Rows = {MakeSerialize(1000, 1.0), MakeSerialize(100'000, 0.3), MakeDeserialize(1000),
+                          MakeDeserialize(100'000)};
 
 }  // namespace

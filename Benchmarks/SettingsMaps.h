@@ -5,8 +5,11 @@
 #include "Interfaces/IFactory.h"
 #include "Interfaces/ISimpleMap.h"
 
+#include <benchmark/benchmark.h>
+
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <map>
 #include <random>
 #include <string>
@@ -112,6 +115,30 @@ inline const PlainMap& GetFilledPlainMap(std::int64_t size)
     if (map.empty())
         map = MakeFilledPlainMap(GetShuffledKeys(size));
     return map;
+}
+
+// Reads integers, the last of which is looked at.
+inline void GetInts(benchmark::State& state, std::int64_t size)
+{
+    auto& map = GetFilledMap(size);
+    KeyCycle keys(size);
+    std::int32_t value = 0;
+    for (auto _ : state)
+    {
+        map.GetInt(keys.Next().c_str(), &value);
+        benchmark::DoNotOptimize(value);
+    }
+    if (value != std::atoi(ValueText))
+        state.SkipWithError("another number was read");
+}
+
+// The same with a map of the standard library's kind that has the same entries.
+template <class Map>
+void GetIntsOfOther(benchmark::State& state, const Map& map, std::int64_t size)
+{
+    KeyCycle keys(size);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::atoi(map.find(keys.Next().c_str())->second.c_str()));
 }
 
 }  // namespace tvx::bench

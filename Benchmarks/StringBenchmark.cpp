@@ -74,24 +74,27 @@ void MakeSharedVariant(benchmark::State& state, std::int64_t)
     }
 }
 
-Comparison MakeAndDestroy(std::int64_t size, double goal)
+Comparison MakeAndDestroy(std::int64_t size, double goal, double limit = 0)
 {
     return {.name = "String/MakeAndDestroy",
             .size = size,
             .ours = MakeString,
             .peer = "make_shared of a const std::string",
             .theirs = MakeSharedString,
-            .goal = goal};
+            .goal = goal,
+            .limit = limit};
 }
 
 const Comparisons Rows = {
     MakeAndDestroy(24, 0.70),
-    MakeAndDestroy(5, 1.0),
+    MakeAndDestroy(5, 1.0, 1.15),  // so short a text the peer keeps without a second allocation
+    // Both sides spend most in one allocation; ours has calls through tables and the number of the thread besides.
     {.name = "Variant/MakeAndDestroy",
      .ours = MakeVariant,
      .peer = "make_shared of a std::variant",
      .theirs = MakeSharedVariant,
-     .goal = 0.9},
+     .goal = 0.9,
+     .limit = 1.5},
 };
 
 }  // namespace
