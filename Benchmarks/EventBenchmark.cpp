@@ -84,14 +84,15 @@ void FireSignal(benchmark::State& state, std::int64_t count)
     Check(state, counters);
 }
 
-Comparison FireTo(std::int64_t count, double goal)
+Comparison FireTo(std::int64_t count, double goal, double limit = 0)
 {
     return {.name = "Events/Fire",
             .size = count,
             .ours = Fire,
             .peer = "Boost.Signals2",
             .theirs = FireSignal,
-            .goal = goal};
+            .goal = goal,
+            .limit = limit};
 }
 
 Comparison FireToNobody()
@@ -101,6 +102,7 @@ Comparison FireToNobody()
     return row;
 }
 
-const Comparisons Rows = {FireToNobody(), FireTo(1, 0.15), FireTo(10, 0.1), FireTo(100, 0.1)};
+// For one handler half of the time is one locked operation, which waits until all that was stored before is written.
+const Comparisons Rows = {FireToNobody(), FireTo(1, 0.15, 0.17), FireTo(10, 0.1), FireTo(100, 0.1)};
 
 }  // namespace

@@ -260,17 +260,17 @@ struct Operation
     Work theirs;
     Bound bound;
     double goals[3];   // for 10, 1,000 and 100,000 entries; 0 for none
-    double limits[3];  // where the goal is out of reach, else 0
+    double limits[3];  // where the goal is not kept in every minute, else 0
 };
 
+// What ten entries cost is mostly calls and allocations, and a minute in which the machine is slow changes the ratio.
 constexpr Operation Operations[] = {
     {"GetString", GetString, "std::map + make_shared", GetStringOfPlainMap, Bound::Ratio, {0.9, 0.35, 0.25}, {}},
-    {"GetInt", GetInts, "std::map + atoi", GetIntOfPlainMap, Bound::Ratio, {0.5, 0.2, 0.2}, {}},
-    // Each of 100,000 keys is another one: the rows of the hash, the entry and the rest of its text come from memory.
-    {"SetInt", SetInt, "std::map + snprintf", SetIntOfPlainMap, Bound::Ratio, {0.45, 0.25, 0.25}, {0, 0, 0.3}},
+    {"GetInt", GetInts, "std::map + atoi", GetIntOfPlainMap, Bound::Ratio, {0.5, 0.2, 0.2}, {0.55, 0, 0}},
+    {"SetInt", SetInt, "std::map + snprintf", SetIntOfPlainMap, Bound::Ratio, {0.45, 0.25, 0.25}, {}},
     {"SetDouble", SetDouble, "std::map + snprintf(\"%Lg\")", SetDoubleOfPlainMap, Bound::Ratio, {0.3, 0.25, 0.3}, {}},
-    {"InsertSorted", InsertSorted, "std::map", InsertSortedIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}, {}},
-    {"InsertRandom", InsertRandom, "std::map", InsertRandomIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}, {}},
+    {"InsertSorted", InsertSorted, "std::map", InsertSortedIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}, {0.66, 0, 0}},
+    {"InsertRandom", InsertRandom, "std::map", InsertRandomIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}, {0.66, 0, 0}},
     {"Iterate", Iterate, "std::map", IteratePlainMap, Bound::Ratio, {0, 1.0, 1.0}, {}},
     {"GetSubMap", GetSubMap, "copy of a range of a std::map", GetSubMapOfPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}, {}},
     {"Clone", Clone, "copy of a std::map", CopyPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}, {}},

@@ -54,11 +54,25 @@ inline const Keys& GetShuffledKeys(std::int64_t size)
     return keys;
 }
 
-// Walks through the keys of a map in an order of its own.
+// The order in which they are asked for is another one than that in which maps are filled: else what was put one behind the
+// other would be read one behind the other.
+inline const Keys& GetKeysInUse(std::int64_t size)
+{
+    static std::map<std::int64_t, Keys> made;
+    auto& keys = made[size];
+    if (!keys.empty())
+        return keys;
+    auto shuffled = GetShuffledKeys(size);
+    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937_64(1987));
+    keys = Keys(shuffled);
+    return keys;
+}
+
+// Walks through the keys of a map.
 class KeyCycle
 {
 public:
-    explicit KeyCycle(std::int64_t size) : keys_(GetShuffledKeys(size)) {}
+    explicit KeyCycle(std::int64_t size) : keys_(GetKeysInUse(size)) {}
 
     const std::string& Next() noexcept
     {
