@@ -34,7 +34,7 @@ struct Comparison
     Work theirs = nullptr;  // null where there is nobody
     double goal = 0;        // at most
     Bound bound = Bound::Ratio;
-    double limit = 0;       // what is held where the goal is out of reach, for a reason beside the row; else 0
+    double limit = 0;  // what is held where the goal is out of reach, for a reason beside the row; else 0
 
     // "SettingsMap/GetInt/1000"
     std::string GetFullName() const { return size == 0 ? name : name + "/" + std::to_string(size); }

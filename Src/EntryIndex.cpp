@@ -7,25 +7,19 @@
 namespace tvx
 {
 
-// The rows before live until the wider ones, which have their entries, take their place. No entry is touched.
+// The row before lives until the wider one, which has its entries, takes its place. No entry is touched.
 void EntryIndex::Widen(std::size_t count)
 {
-    const auto places = std::bit_ceil(count + count / 7 + 1);
-    auto hashes = std::make_unique<std::uint32_t[]>(places);
-    auto entries = std::make_unique_for_overwrite<Entry*[]>(places);
-    const auto* const hashesBefore = std::exchange(hashes_, hashes.get());
-    auto* const* const entriesBefore = std::exchange(entries_, entries.get());
-    const auto maskBefore = std::exchange(mask_, places - 1);
+    const auto size = std::bit_ceil(count + count / 7 + 1);
+    auto places = std::make_unique<Place[]>(size);
+    const auto* const before = std::exchange(places_, places.get());
+    const auto maskBefore = std::exchange(mask_, size - 1);
     for (std::size_t place = 0; place <= maskBefore; ++place)
     {
-        if (hashesBefore[place] == Free)
-            continue;
-        const auto placeNow = FindFreePlace(hashesBefore[place]);
-        hashes_[placeNow] = hashesBefore[place];
-        entries_[placeNow] = entriesBefore[place];
+        if (before[place].hash != Free)
+            places_[FindFreePlace(before[place].hash)] = before[place];
     }
-    wideHashes_ = std::move(hashes);
-    wideEntries_ = std::move(entries);
+    widePlaces_ = std::move(places);
 }
 
 }  // namespace tvx

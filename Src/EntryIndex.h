@@ -11,14 +11,13 @@
 namespace tvx
 {
 
-// Entries by the hashes of their keys: two rows of places, the hashes apart from the entries, so that no entry is touched
-// that is not likely the one looked for. An entry stands at the first free place from that of its hash on. The places of a
-// small map lie in the index itself.
+// Entries by the hashes of their keys: a row of places that hold the hash beside the entry, so that no entry is touched that
+// is not likely the one looked for, and one access finds both. An entry stands at the first free place from that of its hash
+// on. The places of a small map lie in the index itself.
 class EntryIndex
 {
 public:
-    // What stands at a free place is never read, and so not set.
-    EntryIndex() noexcept {}
+    EntryIndex() = default;
     EntryIndex(const EntryIndex&) = delete;
     EntryIndex& operator=(const EntryIndex&) = delete;
 
@@ -27,13 +26,16 @@ public:
     std::size_t FindPlace(std::string_view key, std::uint32_t hash) const noexcept;
 
     // Null at a free place.
-    Entry* GetAt(std::size_t place) const noexcept { return hashes_[place] == Free ? nullptr : entries_[place]; }
+    Entry* GetAt(std::size_t place) const noexcept
+    {
+        return places_[place].hash == Free ? nullptr : places_[place].entry;
+    }
 
     // At the place that was found for its key, which is free. There is room for it.
     void PutAt(std::size_t place, Entry* entry) noexcept
     {
-        hashes_[place] = entry->GetHash();
-        entries_[place] = entry;
+        places_[place].hash = entry->GetHash();
+        places_[place].entry = entry;
     }
 
     // The same for an entry whose key is known to be absent.
@@ -47,28 +49,40 @@ public:
     }
 
 private:
+    // Packed: else a quarter of the row would be empty. One place in six lies in two lines of the cache.
+    struct [[gnu::packed]] Place
+    {
+        std::uint32_t hash;
+        Entry* entry;
+    };
+
     static constexpr std::size_t SmallPlaces = 16;
-    static constexpr std::uint32_t Free = 0;  // at a free place, in the row of hashes
+    static constexpr std::uint32_t Free = 0;  // the hash at a free place
 
     // An eighth of the places or more stay free, so that searches are short.
     static constexpr std::size_t GetRoom(std::size_t places) noexcept { return places - places / 8; }
 
+    static bool HasKey(const Entry& entry, std::string_view key) noexcept;
     std::size_t FindFreePlace(std::uint32_t hash) const noexcept;
     void Widen(std::size_t count);
 
     std::size_t mask_ = SmallPlaces - 1;  // a power of two of places
-    std::uint32_t* hashes_ = smallHashes_;
-    Entry** entries_ = smallEntries_;
-    std::unique_ptr<std::uint32_t[]> wideHashes_;
-    std::unique_ptr<Entry*[]> wideEntries_;
-    std::uint32_t smallHashes_[SmallPlaces] = {};
-    Entry* smallEntries_[SmallPlaces];
+    Place* places_ = smallPlaces_;
+    std::unique_ptr<Place[]> widePlaces_;
+    Place smallPlaces_[SmallPlaces] = {};
 };
+
+// The value is mostly asked for next.
+inline bool EntryIndex::HasKey(const Entry& entry, std::string_view key) noexcept
+{
+    entry.Fetch();
+    return entry.HasKey(key);
+}
 
 inline std::size_t EntryIndex::FindPlace(std::string_view key, std::uint32_t hash) const noexcept
 {
     std::size_t place = hash & mask_;
-    while (hashes_[place] != Free && (hashes_[place] != hash || !entries_[place]->HasKey(key)))
+    while (places_[place].hash != Free && (places_[place].hash != hash || !HasKey(*places_[place].entry, key)))
         place = (place + 1) & mask_;
     return place;
 }
@@ -76,7 +90,7 @@ inline std::size_t EntryIndex::FindPlace(std::string_view key, std::uint32_t has
 inline std::size_t EntryIndex::FindFreePlace(std::uint32_t hash) const noexcept
 {
     std::size_t place = hash & mask_;
-    while (hashes_[place] != Free)
+    while (places_[place].hash != Free)
         place = (place + 1) & mask_;
     return place;
 }
