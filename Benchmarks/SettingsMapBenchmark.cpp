@@ -263,7 +263,8 @@ struct Operation
     double limits[3];  // where the goal is not kept in every minute, else 0
 };
 
-// What ten entries cost is mostly calls and allocations, and a minute in which the machine is slow changes the ratio.
+// What ten entries cost is mostly calls and allocations, and a walk through a map that fits in the cache is mostly calls: the
+// ratio follows what else the machine does.
 constexpr Operation Operations[] = {
     {"GetString",
      GetString,
@@ -277,9 +278,9 @@ constexpr Operation Operations[] = {
     {"SetDouble", SetDouble, "std::map + snprintf(\"%Lg\")", SetDoubleOfPlainMap, Bound::Ratio, {0.3, 0.25, 0.3}, {}},
     {"InsertSorted", InsertSorted, "std::map", InsertSortedIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}, {0.66, 0, 0}},
     {"InsertRandom", InsertRandom, "std::map", InsertRandomIntoPlainMap, Bound::Ratio, {0.6, 0.4, 0.45}, {0.66, 0, 0}},
-    {"Iterate", Iterate, "std::map", IteratePlainMap, Bound::Ratio, {0, 1.0, 1.0}, {}},
+    {"Iterate", Iterate, "std::map", IteratePlainMap, Bound::Ratio, {0, 1.0, 1.0}, {0, 1.2, 0}},
     {"GetSubMap", GetSubMap, "copy of a range of a std::map", GetSubMapOfPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}, {}},
-    {"Clone", Clone, "copy of a std::map", CopyPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}, {}},
+    {"Clone", Clone, "copy of a std::map", CopyPlainMap, Bound::Ratio, {0.5, 0.5, 0.5}, {0.55, 0, 0}},
     {"BytesPerEntry", CountBytesOfMap, "std::map", CountBytesOfPlainMap, Bound::Bytes, {1.0, 0.85, 0.85}, {}},
 };
 
