@@ -263,8 +263,8 @@ struct Operation
     double limits[3];  // where the goal is not kept in every minute, else 0
 };
 
-// What ten entries cost is mostly calls and allocations, and a walk through a map that fits in the cache is mostly calls: the
-// ratio follows what else the machine does.
+// What ten entries cost is mostly calls and allocations, a walk through a map that fits in the cache is mostly calls, and a
+// text out of a large one waits for memory: these ratios follow what else the machine does.
 constexpr Operation Operations[] = {
     {"GetString",
      GetString,
