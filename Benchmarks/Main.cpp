@@ -39,7 +39,6 @@ std::string DescribeAll(const Options& options, const std::vector<Measurement>& 
 std::vector<Measurement> MeasureAll(const std::regex& filter)
 {
     std::vector<Measurement> measured;
-    const SecondThread thread;
     // Loaded now, so that what it writes then stands above the table.
     const auto module = GetExport<IObjectBase>("com.talvere.general.tvx.GenericStringImplementation/1.0");
     std::cout << GetHead() << std::flush;
@@ -51,6 +50,23 @@ std::vector<Measurement> MeasureAll(const std::regex& filter)
         std::cout << Describe(measured.back()) << std::flush;
     }
     return measured;
+}
+
+// Other work on the machine may be to blame for what is missed, so it is measured again when all else is done: it is missed
+// when it is missed every time.
+void MeasureMissedAgain(std::vector<Measurement>& measured)
+{
+    constexpr int rounds = 3;
+    for (int round = 0; round < rounds; ++round)
+    {
+        for (auto& measurement : measured)
+        {
+            if (!measurement.IsLimitMissed())
+                continue;
+            measurement = Measure(measurement.row);
+            std::cout << "again:\n" << Describe(measurement) << std::flush;
+        }
+    }
 }
 
 int Complain(const std::string& what)
@@ -66,9 +82,11 @@ std::ptrdiff_t Count(const std::vector<Measurement>& measured, bool (Measurement
 
 int Run(const Options& options)
 {
-    const auto measured = MeasureAll(std::regex(options.filter));
+    const SecondThread thread;
+    auto measured = MeasureAll(std::regex(options.filter));
     if (measured.empty())
         return Complain("no benchmark has a name with '" + options.filter + "'");
+    MeasureMissedAgain(measured);
     if (!options.results.empty() && !(std::ofstream(options.results) << DescribeAll(options, measured)))
         return Complain(options.results + " cannot be written");
     const auto held = Count(measured, &Measurement::IsGoalMissed);

@@ -272,7 +272,7 @@ constexpr Operation Operations[] = {
      GetStringOfPlainMap,
      Bound::Ratio,
      {0.9, 0.35, 0.25},
-     {1.0, 0, 0}},
+     {1.1, 0, 0.3}},
     {"GetInt", GetInts, "std::map + atoi", GetIntOfPlainMap, Bound::Ratio, {0.5, 0.2, 0.2}, {0.55, 0, 0}},
     {"SetInt", SetInt, "std::map + snprintf", SetIntOfPlainMap, Bound::Ratio, {0.45, 0.25, 0.25}, {}},
     {"SetDouble", SetDouble, "std::map + snprintf(\"%Lg\")", SetDoubleOfPlainMap, Bound::Ratio, {0.3, 0.25, 0.3}, {}},
