@@ -53,8 +53,11 @@ public:
     void Fetch() const noexcept
     {
         hwy::Prefetch(this);
-        hwy::Prefetch(GetKeyText() + 24);
+        FetchValue();
     }
+
+    // The same for who reads its beginning at once.
+    void FetchValue() const noexcept { hwy::Prefetch(GetKeyText() + 24); }
 
 private:
     // The texts are put behind it by who makes it.

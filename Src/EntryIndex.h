@@ -75,7 +75,7 @@ private:
 // The value is mostly asked for next.
 inline bool EntryIndex::HasKey(const Entry& entry, std::string_view key) noexcept
 {
-    entry.Fetch();
+    entry.FetchValue();
     return entry.HasKey(key);
 }
 
