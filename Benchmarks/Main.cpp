@@ -61,7 +61,7 @@ void MeasureMissedAgain(std::vector<Measurement>& measured)
     {
         for (auto& measurement : measured)
         {
-            if (!measurement.IsLimitMissed())
+            if (!measurement.IsLimitMissed() || !measurement.error.empty())
                 continue;
             measurement = Measure(measurement.row);
             std::cout << "again:\n" << Describe(measurement) << std::flush;

@@ -55,7 +55,7 @@ inline const Keys& GetShuffledKeys(std::int64_t size)
 }
 
 // The order in which they are asked for is another one than that in which maps are filled: else what was put one behind the
-// other would be read one behind the other.
+// other would be read one behind the other. The last copy puts their own texts one behind the other, as those of a program are.
 inline const Keys& GetKeysInUse(std::int64_t size)
 {
     static std::map<std::int64_t, Keys> made;
@@ -64,7 +64,7 @@ inline const Keys& GetKeysInUse(std::int64_t size)
         return keys;
     auto shuffled = GetShuffledKeys(size);
     std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937_64(1987));
-    keys = Keys(shuffled);
+    keys = shuffled;
     return keys;
 }
 
